@@ -1,0 +1,38 @@
+#!/usr/bin/env bash
+# Installs the Debian packages gc40 needs to build and test. Sourced by
+# demo.sh and test.sh; installs only what is missing and says what it installs.
+
+gc40_packages=(
+  cmake ninja-build g++ pkg-config
+  qt6-base-dev qt6-serialport-dev libgl-dev
+  libgtest-dev libgmock-dev
+  locales fonts-dejavu-core
+)
+
+gc40_missing_packages() {
+  local pkg
+  for pkg in "$@"; do
+    if ! dpkg-query -W -f='${Status}' "$pkg" 2>/dev/null | grep -q 'install ok installed'; then
+      echo "$pkg"
+    fi
+  done
+}
+
+gc40_install_packages() {
+  local missing
+  missing=$(gc40_missing_packages "$@")
+  [ -z "$missing" ] && return 0
+  echo "gc40: installing missing Debian packages:" $missing
+  local sudo=()
+  if [ "$(id -u)" -ne 0 ]; then
+    if ! command -v sudo >/dev/null 2>&1; then
+      echo "gc40: need root or sudo to install:" $missing >&2
+      return 1
+    fi
+    sudo=(sudo)
+  fi
+  export DEBIAN_FRONTEND=noninteractive
+  "${sudo[@]}" apt-get update -q || return 1
+  # shellcheck disable=SC2086
+  "${sudo[@]}" apt-get install -y -q --no-install-recommends $missing || return 1
+}

@@ -1,0 +1,104 @@
+#include "app/command_line.h"
+
+#include "app/version.h"
+#include "base/number_text.h"
+
+namespace gc40 {
+namespace {
+
+// "--name VALUE" or "--name=VALUE"; advances `i` past a separate value.
+std::optional<std::string_view> optionValue(std::span<const std::string_view> arguments,
+                                            std::size_t& i, std::string_view name,
+                                            std::string* error) {
+  const std::string_view argument = arguments[i];
+  if (argument.size() > name.size() && argument.substr(0, name.size()) == name &&
+      argument[name.size()] == '=') {
+    return argument.substr(name.size() + 1);
+  }
+  if (argument != name) return std::nullopt;
+  if (i + 1 >= arguments.size()) {
+    *error = std::string(name) + " needs a value";
+    return std::nullopt;
+  }
+  return arguments[++i];
+}
+
+std::optional<int> parseScale(std::string_view text) {
+  if (text.empty() || text.size() > 2) return std::nullopt;
+  for (const char c : text) {
+    if (c < '0' || c > '9') return std::nullopt;
+  }
+  const int scale = parseIntegerPrefix(text);
+  if (scale < 1 || scale > kMaxWindowScale) return std::nullopt;
+  return scale;
+}
+
+// Applies one argument; returns false with `error` set when it is not valid.
+bool applyArgument(std::span<const std::string_view> arguments, std::size_t& i,
+                   CommandLine& options, std::string& error) {
+  const std::string_view argument = arguments[i];
+  if (argument == "--help" || argument == "-h") return options.help = true;
+  if (argument == "--version") return options.version = true;
+  if (argument == "--portrait" || argument == "--landscape") {
+    options.orientation =
+        argument == "--portrait" ? Orientation::kPortrait : Orientation::kLandscape;
+    return true;
+  }
+  if (const auto value = optionValue(arguments, i, "--storage", &error)) {
+    if (value->empty()) error = "--storage needs a folder";
+    options.storage = std::filesystem::path(*value);
+    return error.empty();
+  }
+  if (const auto value = optionValue(arguments, i, "--port", &error)) {
+    const std::optional<PortAssignment> assignment = parsePortAssignment(*value);
+    if (!assignment)
+      error = "--port wants COMn=PATH with n 1..12, not '" + std::string(*value) + "'";
+    if (assignment) options.portOverrides.push_back(*assignment);
+    return error.empty();
+  }
+  if (const auto value = optionValue(arguments, i, "--scale", &error)) {
+    options.scale = parseScale(*value);
+    if (!options.scale) {
+      error = "--scale wants a whole number from 1 to " + formatInteger(kMaxWindowScale) +
+              ", not '" + std::string(*value) + "'";
+    }
+    return error.empty();
+  }
+  if (error.empty()) error = "unknown option '" + std::string(argument) + "'";
+  return false;
+}
+
+}  // namespace
+
+std::variant<CommandLine, CommandLineError> parseCommandLine(
+    std::span<const std::string_view> arguments) {
+  CommandLine options;
+  for (std::size_t i = 0; i < arguments.size(); ++i) {
+    std::string error;
+    if (!applyArgument(arguments, i, options, error)) {
+      return CommandLineError{error + " (gc40 --help lists the options)"};
+    }
+  }
+  return options;
+}
+
+std::string usageText() {
+  return "Usage: gc40 [OPTION]...\n"
+         "Field data logger for the GC40 ground-conductivity meter.\n"
+         "\n"
+         "  --storage DIR       keep settings (DIR/FLDINI) and data files (DIR/DATA40)\n"
+         "                      in DIR instead of ~/GC40\n"
+         "  --port COMn=PATH    use the device PATH for port COMn: in this run\n"
+         "                      (the lasting map is DIR/FLDINI/PORTS.INI); repeatable\n"
+         "  --landscape         320 x 240 layout (the default)\n"
+         "  --portrait          240 x 320 layout\n"
+         "  --scale N           draw the window N times its layout size (1..8)\n"
+         "  --help              show this help and exit\n"
+         "  --version           show the version and exit\n";
+}
+
+std::string versionText() {
+  return std::string("gc40 ") + std::string(kGc40Version) + "\n";
+}
+
+}  // namespace gc40

@@ -1,0 +1,41 @@
+#pragma once
+// The logger's command line. It only says where things are and how the
+// window is shown; what the operator configures lives in the settings file.
+
+#include <filesystem>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+#include "platform/port_map.h"
+
+namespace gc40 {
+
+enum class Orientation { kLandscape, kPortrait };
+
+struct CommandLine {
+  std::optional<std::filesystem::path> storage;
+  std::vector<PortAssignment> portOverrides;
+  Orientation orientation = Orientation::kLandscape;
+  std::optional<int> scale;  // whole factor, 1..kMaxWindowScale
+  bool help = false;
+  bool version = false;
+};
+
+inline constexpr int kMaxWindowScale = 8;
+
+struct CommandLineError {
+  std::string message;
+};
+
+// The arguments after the program name.
+std::variant<CommandLine, CommandLineError> parseCommandLine(
+    std::span<const std::string_view> arguments);
+
+std::string usageText();
+std::string versionText();
+
+}  // namespace gc40

@@ -1,0 +1,30 @@
+#include "app/logger_setup.h"
+
+#include <ostream>
+
+#include "settings/settings_file.h"
+
+namespace gc40 {
+
+std::variant<LoggerContext, SetupError> prepareLogger(const CommandLine& options, const char* home,
+                                                      std::ostream& warnings) {
+  LoggerContext context{options, {options.storage.value_or(defaultStorageRoot(home))}, {}, {}};
+  if (std::optional<std::string> error = prepareStorage(context.storage)) {
+    return SetupError{*error};
+  }
+  // Derived values first, so that what the file holds wins.
+  computeSamplesPerReading(context.settings);
+  recomputeScaleFactors(context.settings);
+  const SettingsFileResult loaded =
+      loadOrSaveSettings(context.settings, context.storage.settingsFolder(), false);
+  if (loaded.outcome == SettingsFileResult::Outcome::kFailed) {
+    warnings << "gc40: " << loaded.error << "\n";
+  }
+  context.ports = loadPortMap(context.storage.settingsFolder(), warnings);
+  for (const PortAssignment& assignment : options.portOverrides) {
+    context.ports.paths[static_cast<std::size_t>(assignment.index)] = assignment.path;
+  }
+  return context;
+}
+
+}  // namespace gc40

@@ -1,0 +1,49 @@
+// gc40: the field data logger for the GC40 ground-conductivity meter.
+
+#include <QApplication>
+
+#include <cstdlib>
+#include <iostream>
+#include <string_view>
+#include <vector>
+
+#include "app/command_line.h"
+#include "app/logger_setup.h"
+#include "app/main_window.h"
+
+namespace {
+
+int runLogger(int argc, char** argv) {
+  const std::vector<std::string_view> arguments(argv + 1, argv + argc);
+  const auto parsed = gc40::parseCommandLine(arguments);
+  if (const auto* error = std::get_if<gc40::CommandLineError>(&parsed)) {
+    std::cerr << "gc40: " << error->message << "\n";
+    return 2;
+  }
+  const auto& options = std::get<gc40::CommandLine>(parsed);
+  if (options.help) {
+    std::cout << gc40::usageText();
+    return 0;
+  }
+  if (options.version) {
+    std::cout << gc40::versionText();
+    return 0;
+  }
+  auto prepared = gc40::prepareLogger(options, std::getenv("HOME"), std::cerr);
+  if (const auto* error = std::get_if<gc40::SetupError>(&prepared)) {
+    std::cerr << "gc40: " << error->message << "\n";
+    return 1;
+  }
+  auto& context = std::get<gc40::LoggerContext>(prepared);
+
+  QApplication application(argc, argv);
+  gc40::MainWindow window(context);
+  window.show();
+  return application.exec();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  return runLogger(argc, argv);
+}

@@ -1,0 +1,26 @@
+#pragma once
+// The shape of the main window: the screens keep the handheld's logical
+// layout sizes and are shown full screen on a small screen, elsewhere as a
+// fixed window scaled by a whole factor.
+
+#include <optional>
+
+#include "app/command_line.h"
+
+namespace gc40 {
+
+struct LayoutSize {
+  int width = 0;
+  int height = 0;
+};
+
+// 320 x 240 in landscape, 240 x 320 in portrait.
+LayoutSize layoutSize(Orientation orientation);
+
+// 0 means full screen: the screen is no larger than the layout. Otherwise the
+// requested factor, or the largest whole factor that keeps the window within
+// nine tenths of the available screen, at least 1.
+int chooseWindowScale(int screenWidth, int screenHeight, LayoutSize layout,
+                      std::optional<int> requested);
+
+}  // namespace gc40

@@ -1,0 +1,22 @@
+#pragma once
+// Wide (UTF-16) text to and from the 8-bit text that files and serial ports
+// carry. The 8-bit side is Windows-1252, the handheld's code page.
+
+#include <string>
+#include <string_view>
+
+namespace gc40 {
+
+// Every byte has a wide form; the five bytes that Windows-1252 leaves
+// undefined map to the control characters of the same value, so the
+// conversion back gives the same bytes.
+std::u16string windows1252ToWide(std::string_view text);
+
+// A character with no Windows-1252 form becomes '?' (one per character, so a
+// surrogate pair gives one '?').
+std::string wideToWindows1252(std::u16string_view text);
+
+// At most maxUnits UTF-16 units from the start, never ending in half a pair.
+std::u16string_view leadingUnits(std::u16string_view text, std::size_t maxUnits);
+
+}  // namespace gc40

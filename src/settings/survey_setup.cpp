@@ -1,0 +1,49 @@
+#include "settings/survey_setup.h"
+
+#include <algorithm>
+
+#include "base/number_text.h"
+#include "base/text_codec.h"
+
+namespace gc40 {
+namespace {
+
+float floatOf(std::u16string_view text) {
+  return narrowToFloat(parseDecimalPrefix(text));
+}
+
+void acceptRate(Settings& settings, std::u16string_view text) {
+  float perSecond = floatOf(leadingUnits(text, kSurveySetupRateMaxLength));
+  if (perSecond == 0.0f) perSecond = 1.0f;  // a negative rate is taken as it stands
+  settings.readingInterval = narrowToFloat(1.0 / static_cast<double>(perSecond));
+  computeSamplesPerReading(settings);
+}
+
+void acceptSamples(Settings& settings, std::u16string_view text) {
+  settings.samplesPerReading = std::clamp(truncateToInt32(parseDecimalPrefix(text)), 1, 100);
+}
+
+}  // namespace
+
+void acceptSurveySetup(Settings& settings, const SurveySetupEntry& entry) {
+  settings.surveyModeSetting = entry.mode;
+  settings.surveyMode = entry.mode;
+  if (entry.mode == 0) acceptRate(settings, entry.rateOrSamples);
+  if (entry.mode == 2) acceptSamples(settings, entry.rateOrSamples);
+  settings.stationAdvance = 0;  // the next reading is taken at the start station itself
+  settings.component = entry.component;
+  settings.dipoleMode = entry.dipoleMode;
+  settings.surveyLine = leadingUnits(entry.line, kSurveySetupLineMaxLength);
+  settings.surveyLineValue = floatOf(settings.surveyLine);
+  settings.lineIncrement = floatOf(entry.lineIncrement);
+  settings.lineSequence = entry.lineSequence;
+  settings.lineDirection = entry.lineDirection;
+  settings.startStation = parseDecimalPrefix(entry.startStation);
+  settings.currentStation = settings.startStation;
+  settings.stationIncrement = floatOf(entry.stationIncrement);
+  if (float* perMode = perModeStationIncrement(settings, entry.mode)) {
+    *perMode = settings.stationIncrement;
+  }
+}
+
+}  // namespace gc40

@@ -1,0 +1,34 @@
+#pragma once
+// What the Survey Setup dialog stores when the operator presses OK, given the
+// texts and selections of its controls. The dialog saves the file afterwards.
+
+#include <cstdint>
+#include <string>
+
+#include "settings/settings.h"
+
+namespace gc40 {
+
+// The dialog's line edit holds 23 characters (24 with its terminator).
+inline constexpr std::size_t kSurveySetupLineMaxLength = 23;
+// The rate edit is read up to this many characters.
+inline constexpr std::size_t kSurveySetupRateMaxLength = 32;
+
+struct SurveySetupEntry {
+  std::int32_t mode = 0;         // 0 Auto, 1 Wheel, 2 Manual
+  std::u16string rateOrSamples;  // "Readings/s" (Auto) or "Sample/Rdg" (Manual)
+  std::int32_t component = 0;
+  std::int32_t dipoleMode = 0;
+  std::u16string line;
+  std::u16string lineIncrement;
+  std::int32_t lineSequence = 0;
+  std::int32_t lineDirection = 0;
+  std::u16string startStation;
+  std::u16string stationIncrement;
+};
+
+// Non-numbers read as 0 and are then handled per field: a rate of 0 becomes 1
+// reading per second, samples are clamped to 1..100, the rest is taken as read.
+void acceptSurveySetup(Settings& settings, const SurveySetupEntry& entry);
+
+}  // namespace gc40
