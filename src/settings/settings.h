@@ -73,6 +73,8 @@ struct Settings {
   float recordPeriodMs = kRecordPeriodMs;
   std::int32_t cyclesPerReading = 2;
   std::int32_t readingsPerSecondWhole = 5;
+
+  bool operator==(const Settings&) const = default;
 };
 
 // Derives cyclesPerReading and readingsPerSecondWhole from readingInterval.

@@ -1,10 +1,9 @@
 // Settings files that were damaged or edited by hand: loading never crashes,
-// and every value the file can hold is used safely afterwards.
+// and every value such a file can hold is used safely afterwards.
 
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 #include <random>
 
 #include "settings/setting_choices.h"
@@ -17,152 +16,72 @@ namespace {
 
 using namespace std::string_view_literals;
 using Outcome = SettingsFileResult::Outcome;
-using testing::defaultFileBytes;
-using testing::fileWithLines;
-using testing::readBytes;
-using testing::TempFolder;
-using testing::writeBytes;
 
-Outcome loadBytes(const TempFolder& folder, std::string_view bytes, Settings& settings) {
-  writeBytes(folder.path() / "GC40.INI", bytes);
-  return loadOrSaveSettings(settings, folder.path(), false).outcome;
+Settings load(std::string_view bytes) {
+  testing::TempFolder folder;
+  testing::writeBytes(folder.path() / "GC40.INI", bytes);
+  Settings settings;
+  EXPECT_EQ(loadOrSaveSettings(settings, folder.path(), false).outcome, Outcome::kLoaded);
+  return settings;
 }
 
 // What every use of the record relies on, whatever the file held.
-void expectSafeToUse(const Settings& settings) {
+void expectSafeToUse(const Settings& s) {
   for (const IndexSetting* setting : kIndexSettings) {
-    const std::int32_t index = effectiveIndex(settings, *setting);
-    ASSERT_GE(index, 0);
-    ASSERT_LT(static_cast<std::size_t>(index), setting->items.size());
-    EXPECT_FALSE(effectiveText(settings, *setting).empty());
+    ASSERT_LT(static_cast<std::size_t>(effectiveIndex(s, *setting)), setting->items.size());
   }
-  EXPECT_GE(settings.cyclesPerReading, 1);
-  EXPECT_GE(settings.readingsPerSecondWhole, 1);
-  EXPECT_LE(settings.readingsPerSecondWhole, 11);
-  EXPECT_LE(settings.surveyLine.size(), kSurveyLineMaxLength);
-  for (const std::int32_t thickness : settings.traceThickness) {
-    EXPECT_GE(effectiveTraceThickness(thickness), 1);
-    EXPECT_LE(effectiveTraceThickness(thickness), 4);
-  }
-  EXPECT_GE(effectiveSamplesPerReading(settings.samplesPerReading), 1);
-}
-
-TEST(DamagedSettings, RandomBytesAndAnEndlessFirstLineAreReplacedByDefaults) {
-  std::mt19937 random(7);
-  std::string noise(4096, '\0');
-  for (char& byte : noise)
-    byte = static_cast<char>(random());
-  const std::string endless(1024 * 1024, 'C');
-
-  for (const std::string* bytes : {static_cast<const std::string*>(&noise), &endless}) {
-    TempFolder folder;
-    Settings settings;
-    EXPECT_EQ(loadBytes(folder, *bytes, settings), Outcome::kReplaced);
-    EXPECT_EQ(writeSettings(settings), writeSettings(Settings{}));
-    EXPECT_EQ(readBytes(folder.path() / "GC40.INI"), defaultFileBytes());
-  }
+  EXPECT_GE(s.cyclesPerReading, 1);
+  EXPECT_TRUE(s.readingsPerSecondWhole >= 1 && s.readingsPerSecondWhole <= 11);
+  EXPECT_LE(s.surveyLine.size(), kSurveyLineMaxLength);
 }
 
 TEST(DamagedSettings, IndexesOutOfRangeAreKeptButActAsTheirDefaults) {
-  const std::string file =
-      fileWithLines({{2, "5"},   {3, "-2"},  {4, "40"}, {5, "3"},         {6, "9"},   {15, "0"},
-                     {16, "40"}, {17, "-7"}, {31, "2"}, {36, "-1"},       {37, "12"}, {38, "-3"},
-                     {39, "2"},  {40, "3"},  {41, "2"}, {42, "7"},        {43, "2"},  {44, "3"},
-                     {45, "0"},  {52, "2"},  {53, "4"}, {55, "-3.500000"}});
-  TempFolder folder;
-  Settings settings;
-  ASSERT_EQ(loadBytes(folder, file, settings), Outcome::kLoaded);
-
-  // The record holds what the file said...
-  EXPECT_EQ(settings.pauseKey, 9);
-  EXPECT_EQ(settings.gpsBaudIndex, -3);
-  EXPECT_EQ(settings.traceThickness[0], 0);
-  EXPECT_EQ(settings.traceThickness[1], 40);
-  EXPECT_EQ(settings.surveyMode, 7);
-  EXPECT_EQ(settings.surveyModeSetting, 7);
-  // ...and with no per-mode step for mode 7, the last line's step stands.
-  EXPECT_EQ(settings.stationIncrement, -3.5f);
-
-  // Every use acts on a safe value.
-  expectSafeToUse(settings);
-  EXPECT_EQ(effectiveText(settings, kPauseKeySetting), "any key");
-  EXPECT_EQ(effectiveText(settings, kSurveyModeSetting), "Auto");
-  EXPECT_EQ(effectiveText(settings, kLineDirectionSetting), "South");
-  EXPECT_EQ(effectiveText(settings, kAudioSetting), "Yes");
-  EXPECT_EQ(effectiveIndex(settings, kGpsEnabledSetting), 0);
-  EXPECT_EQ(validIndex(settings, kGpsBaudSetting), std::nullopt);  // the port keeps its rate
-  EXPECT_EQ(validIndex(settings, kGpsStopBitsSetting), std::nullopt);
-  EXPECT_EQ(effectiveTraceThickness(settings.traceThickness[0]), 1);
-  EXPECT_EQ(effectiveTraceThickness(settings.traceThickness[1]), 4);
-  EXPECT_EQ(effectiveSamplesPerReading(settings.samplesPerReading), 1);
-  EXPECT_EQ(comPortName(settings.instrumentPort), "COM41:");
-  EXPECT_EQ(comPortName(settings.gpsPort), "COM13:");  // names no port, so opening it fails
-  EXPECT_EQ(comPortName(std::numeric_limits<std::int32_t>::max()), "COM2147483648:");
-
-  // Saving writes the numbers back as they were read.
-  EXPECT_EQ(settingsFileLines(settings), [&] {
-    std::vector<std::string> lines;
-    std::string_view rest = file;
-    while (const auto line = readSettingsLine(rest))
-      lines.push_back(std::string(*line) + "\r\n");
-    return lines;
-  }());
+  // clang-format off
+  const std::string file = testing::fileWithLines({{4, "40"}, {5, "3"}, {6, "9"}, {15, "0"},
+      {16, "40"}, {36, "-1"}, {37, "12"}, {38, "-3"}, {41, "2"}, {42, "7"}, {45, "0"}, {53, "4"},
+      {55, "-3.500000"}});
+  // clang-format on
+  const Settings s = load(file);
+  EXPECT_EQ(settingsFileLines(s).back(), "-3.500000\r\n");  // written back as read
+  EXPECT_EQ(s.stationIncrement, -3.5f);                     // mode 7 has no step of its own
+  expectSafeToUse(s);
+  EXPECT_EQ(effectiveText(s, kPauseKeySetting), "any key");
+  EXPECT_EQ(effectiveText(s, kSurveyModeSetting), "Auto");
+  EXPECT_EQ(effectiveText(s, kAudioSetting), "Yes");
+  EXPECT_EQ(validIndex(s, kGpsBaudSetting), std::nullopt);  // the port keeps its own rate
+  EXPECT_EQ(effectiveTraceThickness(s.traceThickness[1]), 4);
+  EXPECT_EQ(effectiveSamplesPerReading(s.samplesPerReading), 1);
+  EXPECT_EQ(comPortName(s.gpsPort), "COM13:");  // names no port, so opening it fails
+  EXPECT_EQ(comPortName(INT32_MAX), "COM2147483648:");
 }
 
+// clang-format off
 TEST(DamagedSettings, NonFiniteNumbersNeverReachAnIntegerUnchecked) {
-  const std::string file = fileWithLines({{32, "nan"},
-                                          {33, "nan"},
-                                          {34, "7"},
-                                          {35, "7"},
-                                          {46, "inf"},
-                                          {49, "nan"},
-                                          {54, "-1e999"},
-                                          {45, "99999999999"}});
-  TempFolder folder;
-  Settings settings;
-  ASSERT_EQ(loadBytes(folder, file, settings), Outcome::kLoaded);
-  EXPECT_TRUE(std::isnan(settings.readingInterval));
-  EXPECT_EQ(settings.cyclesPerReading, 1);
-  EXPECT_EQ(settings.readingsPerSecondWhole, 1);
-  EXPECT_TRUE(std::isnan(settings.conductivityPixelsPerUnit));
-  EXPECT_TRUE(std::isinf(settings.inphasePixelsPerUnit));  // equal scale limits
-  EXPECT_EQ(settings.stationIncrement, std::numeric_limits<float>::infinity());
-  EXPECT_EQ(settings.currentStation, -std::numeric_limits<double>::infinity());
-  EXPECT_EQ(settings.samplesPerReading, std::numeric_limits<std::int32_t>::max());
-  EXPECT_EQ(effectiveSamplesPerReading(settings.samplesPerReading), 100);
-  expectSafeToUse(settings);
-
-  // Huge and tiny intervals are as harmless as NaN.
-  for (const float interval : {std::numeric_limits<float>::infinity(), -0.2f, 0.0f, 1e30f, 1e-30f,
-                               -std::numeric_limits<float>::infinity()}) {
-    settings.readingInterval = interval;
-    computeSamplesPerReading(settings);
-    expectSafeToUse(settings);
-  }
-
-  // What such a record writes, it reads back the same.
-  ASSERT_EQ(loadOrSaveSettings(settings, folder.path(), true).outcome, Outcome::kSaved);
-  Settings reloaded;
-  ASSERT_EQ(loadOrSaveSettings(reloaded, folder.path(), false).outcome, Outcome::kLoaded);
-  EXPECT_EQ(writeSettings(reloaded), writeSettings(settings));
+  const Settings s = load(testing::fileWithLines({{32, "nan"}, {34, "7"}, {35, "7"},
+      {45, "99999999999"}, {46, "inf"}, {47, "-1e300"}, {49, "nan"}, {54, "-1e999"}}));
+  // clang-format on
+  EXPECT_EQ(s.cyclesPerReading, 1);
+  EXPECT_EQ(s.readingsPerSecondWhole, 1);
+  EXPECT_TRUE(std::isnan(s.conductivityPixelsPerUnit));
+  EXPECT_TRUE(std::isinf(s.inphasePixelsPerUnit));  // equal scale limits
+  EXPECT_TRUE(std::isinf(s.currentStation));
+  EXPECT_EQ(s.stationIncrementWheel, -HUGE_VALF);  // beyond a float
+  EXPECT_EQ(effectiveSamplesPerReading(s.samplesPerReading), 100);
+  EXPECT_EQ(settingsFileLines(s)[48], "nan\r\n");
 }
 
 TEST(DamagedSettings, RandomLinesAfterAValidTagLoadSafely) {
   std::mt19937 random(2026);
   const std::string_view alphabet = "0123456789-+.eEnaifNAIF \t\r\n\0\xff,xX"sv;
-  for (int round = 0; round < 300; ++round) {
-    std::string bytes = "CEVer2.11\r\n";
-    const int length = static_cast<int>(random() % 2000);
-    for (int i = 0; i < length; ++i)
+  for (int round = 0; round < 300 && !HasFailure(); ++round) {
+    std::string bytes;
+    for (int i = static_cast<int>(random() % 2000); i > 0; --i) {
       bytes += alphabet[random() % alphabet.size()];
+    }
     Settings settings;
-    std::string_view rest = std::string_view(bytes).substr(11);
+    std::string_view rest = bytes;
     readSettings(rest, settings);
     expectSafeToUse(settings);
-    if (::testing::Test::HasFailure()) {
-      ADD_FAILURE() << "round " << round;
-      return;
-    }
   }
 }
 

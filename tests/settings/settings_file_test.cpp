@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <clocale>
 #include <cstdio>
+#include <tuple>
 
 #include "support/settings_listing.h"
 #include "support/temp_folder.h"
@@ -14,181 +16,108 @@ namespace {
 using Outcome = SettingsFileResult::Outcome;
 using testing::defaultFileBytes;
 using testing::fileWithLine;
-using testing::kDefaultLines;
 using testing::readBytes;
 using testing::TempFolder;
-using testing::writeBytes;
 
-Settings loadFrom(const TempFolder& folder, std::string_view bytes,
-                  Outcome expected = Outcome::kLoaded) {
-  writeBytes(folder.path() / "GC40.INI", bytes);
+Settings loadBytes(const TempFolder& folder, std::string_view bytes, Outcome expected) {
+  testing::writeBytes(folder.path() / "GC40.INI", bytes);
   Settings settings;
   EXPECT_EQ(loadOrSaveSettings(settings, folder.path(), false).outcome, expected);
   return settings;
 }
 
-TEST(SettingsFile, MissingFileIsCreatedWithTheDefaultListing) {
-  ASSERT_EQ(std::size(kDefaultLines), 55u);
-  TempFolder folder;
-  const auto settingsFolder = folder.path() / "FLDINI";
-  Settings settings;
-  EXPECT_EQ(loadOrSaveSettings(settings, settingsFolder, false).outcome, Outcome::kCreated);
-  EXPECT_EQ(readBytes(settingsFolder / "GC40.INI"), defaultFileBytes());
-  EXPECT_EQ(settings.cyclesPerReading, 2);
-  EXPECT_EQ(settings.surveyLine, u"0");
+// Every value differs from its default: negatives, fractions, colours above
+// 0x7FFFFFFF (written negative), a 24-character name outside ASCII.
+// clang-format off
+constexpr const char* kNonDefaultLines[] = {
+    "CEVer2.11", "1", "1", "11", "0", "3", "0", "1", "0", "1", "1", "0", "1", "0", "1", "3",
+    "4", "2", "4", "3", "2", "1", "1193046", "16777215", "0", "255", "16702650", "-2147483647",
+    "7", "-1", "1", "-120.250000", "8999.500000", "-3.125000", "0.062500", "1", "7", "5", "0",
+    "2", "1", "2", "1", "2", "100", "-0.750000", "0.001000", "-12.500000", "0.050000",
+    "L\xe9gende-\x80\xd6st_12345678901", "-2.500000", "1", "3", "-1234567.125000", "-12.500000"};
+// clang-format on
 
-  // Loading that file again changes nothing, in the record or in the file.
-  Settings reloaded;
-  reloaded.surveyLine = u"other";
-  EXPECT_EQ(loadOrSaveSettings(reloaded, settingsFolder, false).outcome, Outcome::kLoaded);
-  EXPECT_EQ(reloaded.surveyLine, u"0");
-  EXPECT_EQ(writeSettings(reloaded), writeSettings(Settings{}));
+TEST(SettingsFile, EveryFieldIsReadFromItsLineAndWrittenBackTheSame) {
+  std::string file;
+  for (const char* line : kNonDefaultLines)
+    file += std::string(line) + "\r\n";
+  TempFolder folder;
+  Settings s = loadBytes(folder, file, Outcome::kLoaded);
+  EXPECT_EQ(std::tuple(s.instrumentVariant, s.distanceUnits, s.instrumentPort, s.audioEnabled,
+                       s.pauseKey, s.gridScale, s.gpsEnabled, s.gpsPort, s.gpsBaudIndex),
+            std::tuple(1, 1, 11, 0, 3, 1, 1, 7, 5));
+  EXPECT_EQ(
+      std::tuple(s.gpsDataBitsIndex, s.gpsParity, s.gpsStopBitsIndex, s.surveyMode, s.component,
+                 s.dipoleMode, s.samplesPerReading, s.lineSequence, s.lineDirection),
+      std::tuple(0, 2, 1, 2, 1, 2, 100, 1, 3));
+  EXPECT_EQ(s.traceThickness, (std::array{1, 3, 4, 2, 4, 3, 2, 1}));
+  EXPECT_EQ(s.traceColour[5], 0x80000001u);
+  EXPECT_EQ(std::tuple(s.conductivityScaleMin, s.inphaseScaleMax, s.stationIncrementWheel,
+                       s.readingInterval, s.lineIncrement, s.stationIncrement),
+            std::tuple(-120.25f, 0.0625f, 0.001f, 0.05f, -2.5f, -12.5f));
+  EXPECT_EQ(s.surveyLine, u"L\u00e9gende-\u20ac\u00d6st_12345678901");
+  EXPECT_EQ(s.currentStation, -1234567.125);
+  EXPECT_EQ(s.cyclesPerReading, 1);
+  EXPECT_FLOAT_EQ(s.inphasePixelsPerUnit, 180.0f / 3.1875f);
+  EXPECT_EQ(loadOrSaveSettings(s, folder.path(), true).outcome, Outcome::kSaved);
+  EXPECT_EQ(readBytes(folder.path() / "GC40.INI"), file);
 }
 
-TEST(SettingsFile, EverySavedFieldSurvivesSaveAndLoad) {
-  Settings saved;
-  saved.instrumentVariant = 1;
-  saved.distanceUnits = 1;
-  saved.instrumentPort = 11;
-  saved.audioEnabled = 0;
-  saved.pauseKey = 3;
-  saved.traceVisible = {0, 1, 0, 1, 1, 0, 1, 0};
-  saved.traceThickness = {1, 3, 4, 2, 4, 3, 2, 1};
-  saved.traceColour = {0x123456, 0xFFFFFF, 0, 0x0000FF, 0xFEDCBA, 0x80000001, 7, 0xFFFFFFFF};
-  saved.gridScale = 1;
-  saved.conductivityScaleMin = -120.25f;
-  saved.conductivityScaleMax = 8999.5f;
-  saved.inphaseScaleMin = -3.125f;
-  saved.inphaseScaleMax = 0.0625f;
-  saved.gpsEnabled = 1;
-  saved.gpsPort = 7;
-  saved.gpsBaudIndex = 5;
-  saved.gpsDataBitsIndex = 0;
-  saved.gpsParity = 2;
-  saved.gpsStopBitsIndex = 1;
-  saved.surveyMode = 2;
-  saved.component = 1;
-  saved.dipoleMode = 2;
-  saved.samplesPerReading = 100;
-  saved.stationIncrementAuto = -0.75f;
-  saved.stationIncrementWheel = 0.001f;
-  saved.stationIncrementManual = -12.5f;
-  saved.stationIncrement = saved.stationIncrementManual;
-  saved.readingInterval = 0.05f;
-  saved.surveyLine = u"L\u00e9gende-\u20ac\u00d6st_12345678901";  // 24 characters
-  ASSERT_EQ(saved.surveyLine.size(), 24u);
-  saved.lineIncrement = -2.5f;
-  saved.lineSequence = 1;
-  saved.lineDirection = 3;
-  saved.startStation = -1234567.125;
-
+TEST(SettingsFile, OldVersionsAreReplacedAndOddLinesReadAsTheHandheldDid) {
   TempFolder folder;
-  ASSERT_EQ(loadOrSaveSettings(saved, folder.path(), true).outcome, Outcome::kSaved);
-  Settings loaded;
-  ASSERT_EQ(loadOrSaveSettings(loaded, folder.path(), false).outcome, Outcome::kLoaded);
-
-  EXPECT_EQ(writeSettings(loaded), writeSettings(saved));
-  EXPECT_EQ(loaded.traceColour, saved.traceColour);
-  EXPECT_EQ(loaded.surveyLine, saved.surveyLine);
-  EXPECT_EQ(loaded.readingInterval, 0.05f);
-  EXPECT_EQ(loaded.stationIncrementWheel, 0.001f);
-  EXPECT_EQ(loaded.startStation, -1234567.125);
-  // Derived on load.
-  EXPECT_EQ(loaded.surveyModeSetting, 2);
-  EXPECT_EQ(loaded.stationIncrement, -12.5f);
-  EXPECT_EQ(loaded.currentStation, -1234567.125);
-  EXPECT_EQ(loaded.cyclesPerReading, 1);
-  EXPECT_EQ(loaded.readingsPerSecondWhole, 11);
-  EXPECT_FLOAT_EQ(loaded.conductivityPixelsPerUnit, 180.0f / 9119.75f);
-  EXPECT_FLOAT_EQ(loaded.inphasePixelsPerUnit, 180.0f / 3.1875f);
-
-  const std::string bytes = readBytes(folder.path() / "GC40.INI");
-  EXPECT_NE(bytes.find("\r\n-2147483647\r\n7\r\n-1\r\n"), std::string::npos);
-  EXPECT_NE(bytes.find("\r\nL\xe9gende-\x80\xd6st_12345678901\r\n"), std::string::npos);
-}
-
-TEST(SettingsFile, AnotherVersionIsReplacedByTheCurrentValues) {
-  TempFolder folder;
-  std::string old = fileWithLine(1, "CEVer2.10");
-  old.replace(old.find("500.000000"), 10, "123.000000");
-  const Settings settings = loadFrom(folder, old, Outcome::kReplaced);
-  EXPECT_EQ(settings.conductivityScaleMax, 500.0f);
+  loadBytes(folder, fileWithLine(1, "CEVer2.10") + "junk", Outcome::kReplaced);
   EXPECT_EQ(readBytes(folder.path() / "GC40.INI"), defaultFileBytes());
+  // A bare line feed drops the line's last character: the tag no longer matches...
+  loadBytes(folder, fileWithLine(1, "CEVer2.11", "\n"), Outcome::kReplaced);
+  // ...and "12" reads as 1.
+  EXPECT_EQ(loadBytes(folder, fileWithLine(45, "12", "\n"), Outcome::kLoaded).samplesPerReading, 1);
+  EXPECT_EQ(loadBytes(folder, fileWithLine(50, "", "\n"), Outcome::kLoaded).surveyLine, u"");
 
-  // A tag ended by a bare line feed loses its last character and no longer matches.
-  loadFrom(folder, fileWithLine(1, "CEVer2.11", "\n"), Outcome::kReplaced);
-  EXPECT_EQ(readBytes(folder.path() / "GC40.INI"), defaultFileBytes());
-}
-
-TEST(SettingsFile, LineEndedByALineFeedAloneLosesItsLastCharacter) {
-  TempFolder folder;
-  EXPECT_EQ(loadFrom(folder, fileWithLine(45, "12", "\n")).samplesPerReading, 1);
-  EXPECT_EQ(loadFrom(folder, fileWithLine(50, "A7", "\n")).surveyLine, u"A");
-  EXPECT_EQ(loadFrom(folder, fileWithLine(45, "", "\n")).samplesPerReading, 0);
-}
-
-TEST(SettingsFile, TruncatedFileKeepsTheFieldsWhoseLinesAreMissing) {
+  // A file cut inside line 47 keeps the fields from there on.
   const std::string full = fileWithLine(33, "250.000000");
-  // Cut in the middle of line 47 (the Wheel step "0.200000" becomes "0.2").
-  const std::size_t cut = full.find("0.200000\r\n2.000000") + 3;
-  TempFolder folder;
+  const std::string cut = full.substr(0, full.find("0.200000\r\n2.000000") + 3);
+  testing::writeBytes(folder.path() / "GC40.INI", cut);
   Settings settings;
   settings.stationIncrementWheel = 9.0f;
   settings.startStation = 5.0;
-  settings.currentStation = 77.0;
-  writeBytes(folder.path() / "GC40.INI", full.substr(0, cut));
   ASSERT_EQ(loadOrSaveSettings(settings, folder.path(), false).outcome, Outcome::kLoaded);
-  EXPECT_EQ(settings.conductivityScaleMax, 250.0f);
   EXPECT_FLOAT_EQ(settings.conductivityPixelsPerUnit, 180.0f / 250.0f);
-  EXPECT_EQ(settings.stationIncrementAuto, 1.0f);
-  EXPECT_EQ(settings.stationIncrementWheel, 9.0f);  // its line was cut off
-  EXPECT_EQ(settings.startStation, 5.0);
-  EXPECT_EQ(settings.currentStation, 5.0);  // the load still ends the way it always does
-  // The file is left as it was: loading never rewrites a file of this version.
-  EXPECT_EQ(readBytes(folder.path() / "GC40.INI"), full.substr(0, cut));
+  EXPECT_EQ(settings.stationIncrementWheel, 9.0f);
+  EXPECT_EQ(settings.currentStation, 5.0);
+  EXPECT_EQ(readBytes(folder.path() / "GC40.INI"), cut);  // loading never rewrites it
 }
 
 TEST(SettingsFile, WheelModeSavesOnlyTheSignOfTheStep) {
   Settings wheel;
   wheel.surveyMode = 1;
-  wheel.stationIncrement = -0.5f;
-  EXPECT_EQ(writeSettings(wheel).back(), "-1.000000\r\n");
   wheel.stationIncrement = 0.0f;
-  EXPECT_EQ(writeSettings(wheel).back(), "1.000000\r\n");
+  EXPECT_EQ(settingsFileLines(wheel).back(), "1.000000\r\n");
   wheel.stationIncrement = -0.5f;
-
+  EXPECT_EQ(settingsFileLines(wheel).back(), "-1.000000\r\n");
   TempFolder folder;
   ASSERT_EQ(loadOrSaveSettings(wheel, folder.path(), true).outcome, Outcome::kSaved);
-  Settings loaded;
-  ASSERT_EQ(loadOrSaveSettings(loaded, folder.path(), false).outcome, Outcome::kLoaded);
-  EXPECT_EQ(loaded.surveyMode, 1);
-  EXPECT_EQ(loaded.stationIncrement, loaded.stationIncrementWheel);
-  EXPECT_EQ(loaded.stationIncrement, 0.2f);
-
-  Settings manual;
-  manual.surveyMode = 2;
-  manual.stationIncrement = -0.5f;
-  EXPECT_EQ(writeSettings(manual).back(), "-0.500000\r\n");
+  const Settings loaded =
+      loadBytes(folder, readBytes(folder.path() / "GC40.INI"), Outcome::kLoaded);
+  EXPECT_EQ(loaded.stationIncrement, 0.2f);  // the Wheel step, not the sign
+  wheel.surveyMode = 2;
+  EXPECT_EQ(settingsFileLines(wheel).back(), "-0.500000\r\n");
 }
 
 TEST(SettingsFile, CommaDecimalLocaleChangesNothing) {
   const std::string before = std::setlocale(LC_ALL, nullptr);
-  ASSERT_NE(std::setlocale(LC_ALL, "de_DE.UTF-8"), nullptr)
-      << "the de_DE.UTF-8 test locale is missing (LOCPATH)";
+  ASSERT_NE(std::setlocale(LC_ALL, "de_DE.UTF-8"), nullptr) << "test locale missing (LOCPATH)";
   char printed[32];
   std::snprintf(printed, sizeof printed, "%f", 500.0);
-  EXPECT_STREQ(printed, "500,000000");  // the locale really writes commas
-
   TempFolder folder;
-  Settings settings;
-  const Outcome created = loadOrSaveSettings(settings, folder.path(), false).outcome;
+  Settings created;
+  const Outcome outcome = loadOrSaveSettings(created, folder.path(), false).outcome;
   Settings loaded;
   loaded.readingInterval = 3.0f;
-  const Outcome reread = loadOrSaveSettings(loaded, folder.path(), false).outcome;
+  loadOrSaveSettings(loaded, folder.path(), false);
   std::setlocale(LC_ALL, before.c_str());
 
-  EXPECT_EQ(created, Outcome::kCreated);
-  EXPECT_EQ(reread, Outcome::kLoaded);
+  EXPECT_STREQ(printed, "500,000000");  // the locale really writes commas
+  EXPECT_EQ(outcome, Outcome::kCreated);
   EXPECT_EQ(readBytes(folder.path() / "GC40.INI"), defaultFileBytes());
   EXPECT_EQ(loaded.readingInterval, 0.2f);
 }

@@ -3,11 +3,9 @@
 
 #include <map>
 #include <string>
-#include <string_view>
 
 namespace gc40::testing {
 
-// The default file, line by line, as the handheld wrote it.
 inline constexpr const char* kDefaultLines[] = {
     "CEVer2.11", "0",        "0",     "0",        "1",          "0",          "1",
     "1",         "1",        "1",     "1",        "1",          "1",          "1",
@@ -18,29 +16,25 @@ inline constexpr const char* kDefaultLines[] = {
     "0",         "0",        "10",    "1.000000", "0.200000",   "2.000000",   "0.200000",
     "0",         "1.000000", "0",     "1",        "0.000000",   "1.000000"};
 
-inline std::string defaultFileBytes() {
-  std::string bytes;
-  for (const char* line : kDefaultLines)
-    bytes += std::string(line) + "\r\n";
-  return bytes;
-}
-
-// The default file with some lines (numbered from 1) replaced.
+// The default file with some lines (numbered from 1) replaced; each replaced
+// line is ended by `replacedLineEnd`, the others by CR LF.
 inline std::string fileWithLines(const std::map<int, std::string>& replaced,
-                                 std::string_view replacedLineEnd = "\r\n") {
+                                 const std::string& replacedLineEnd = "\r\n") {
   std::string bytes;
   for (int number = 1; number <= 55; ++number) {
     const auto found = replaced.find(number);
-    const bool isReplaced = found != replaced.end();
-    bytes += isReplaced ? found->second : std::string(kDefaultLines[number - 1]);
-    bytes += isReplaced ? replacedLineEnd : "\r\n";
+    bytes += found == replaced.end() ? std::string(kDefaultLines[number - 1]) + "\r\n"
+                                     : found->second + replacedLineEnd;
   }
   return bytes;
 }
 
-// The default file with line `number` replaced, ended by `end`.
+inline std::string defaultFileBytes() {
+  return fileWithLines({});
+}
+
 inline std::string fileWithLine(int number, const std::string& text,
-                                std::string_view end = "\r\n") {
+                                const std::string& end = "\r\n") {
   return fileWithLines({{number, text}}, end);
 }
 

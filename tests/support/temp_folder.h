@@ -1,34 +1,21 @@
 #pragma once
-// A fresh folder per test, removed afterwards.
+// A fresh folder per test, removed afterwards, and whole-file helpers.
 
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <random>
 #include <string>
-#include <string_view>
 
 namespace gc40::testing {
 
-class TempFolder {
- public:
-  TempFolder() {
-    std::random_device random;
-    path_ = std::filesystem::temp_directory_path() /
-            ("gc40-test-" + std::to_string(random()) + std::to_string(random()));
-    std::filesystem::create_directories(path_);
-  }
-  ~TempFolder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
-  }
-  TempFolder(const TempFolder&) = delete;
-  TempFolder& operator=(const TempFolder&) = delete;
-
+struct TempFolder {
+  TempFolder() { std::filesystem::create_directories(path_); }
+  ~TempFolder() { std::filesystem::remove_all(path_); }
   const std::filesystem::path& path() const { return path_; }
 
- private:
-  std::filesystem::path path_;
+  std::filesystem::path path_ = std::filesystem::temp_directory_path() /
+                                ("gc40-test-" + std::to_string(std::random_device()()));
 };
 
 inline std::string readBytes(const std::filesystem::path& path) {
@@ -38,8 +25,7 @@ inline std::string readBytes(const std::filesystem::path& path) {
 
 inline void writeBytes(const std::filesystem::path& path, std::string_view bytes) {
   std::filesystem::create_directories(path.parent_path());
-  std::ofstream out(path, std::ios::binary);
-  out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+  std::ofstream(path, std::ios::binary).write(bytes.data(), std::ssize(bytes));
 }
 
 }  // namespace gc40::testing

@@ -1,0 +1,56 @@
+#include <gtest/gtest.h>
+
+#include <clocale>
+#include <cmath>
+#include <cstdint>
+#include <cstdio>
+#include <random>
+
+#include "base/number_text.h"
+#include "base/text_codec.h"
+
+namespace gc40 {
+namespace {
+
+TEST(NumberText, FixedFormattingMatchesPrintfInTheCLocale) {
+  ASSERT_NE(std::setlocale(LC_NUMERIC, "C"), nullptr);
+  std::mt19937_64 random(42);
+  std::uniform_real_distribution<double> exponent(-12.0, 12.0);
+  char printed[512];
+  for (int i = 0; i < 20000; ++i) {
+    const double value = std::pow(10.0, exponent(random)) * (i % 2 ? -1 : 1);
+    for (const double v :
+         {value, double{static_cast<float>(value)}, 1e300, HUGE_VAL, double{NAN}}) {
+      std::snprintf(printed, sizeof printed, "%.6f", v);
+      ASSERT_EQ(formatFixed(v, 6), printed);
+    }
+  }
+}
+
+// Overflow, NaN and infinity from damaged files are covered with the settings file.
+TEST(NumberText, ParsingReadsLikeTheCLibrary) {
+  for (const auto& [text, value] : {std::pair{"  12.5abc", 12.5},
+                                    {"\t-0.5e1x", -5.0},
+                                    {"+.25", 0.25},
+                                    {"abc", 0.0},
+                                    {"0x10", 0.0},
+                                    {"1,5", 1.0}}) {
+    EXPECT_EQ(parseDecimalPrefix(text), value) << text;
+  }
+  EXPECT_EQ(parseDecimalPrefix(u" 47.5\u00b0"), 47.5);
+  EXPECT_EQ(parseIntegerPrefix(" -42.9xyz"), -42);
+}
+
+TEST(TextCodec, EightBitTextRoundTripsAndTheRestBecomesQuestionMarks) {
+  std::string all;
+  for (int byte = 0; byte < 256; ++byte)
+    all.push_back(static_cast<char>(byte));
+  EXPECT_EQ(wideToWindows1252(windows1252ToWide(all)), all);
+  EXPECT_EQ(windows1252ToWide("\x80\x9f\xe9"), u"\u20ac\u0178\u00e9");
+  EXPECT_EQ(wideToWindows1252(u"\u6e2c\u7dda a\U0001F600b\xd800"), "?? a?b?");
+  EXPECT_EQ(leadingUnits(u"abc\U0001F600", 4), u"abc");  // never half a pair
+  EXPECT_EQ(leadingUnits(u"ab\U0001F600", 4), u"ab\U0001F600");
+}
+
+}  // namespace
+}  // namespace gc40
