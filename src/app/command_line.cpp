@@ -33,17 +33,27 @@ std::optional<int> parseScale(std::string_view text) {
   return scale;
 }
 
+// Options without a value; false when `argument` is none of them.
+bool applyFlag(std::string_view argument, CommandLine& options) {
+  if (argument == "--help" || argument == "-h") {
+    options.help = true;
+  } else if (argument == "--version") {
+    options.version = true;
+  } else if (argument == "--portrait") {
+    options.orientation = Orientation::kPortrait;
+  } else if (argument == "--landscape") {
+    options.orientation = Orientation::kLandscape;
+  } else {
+    return false;
+  }
+  return true;
+}
+
 // Applies one argument; returns false with `error` set when it is not valid.
 bool applyArgument(std::span<const std::string_view> arguments, std::size_t& i,
                    CommandLine& options, std::string& error) {
   const std::string_view argument = arguments[i];
-  if (argument == "--help" || argument == "-h") return options.help = true;
-  if (argument == "--version") return options.version = true;
-  if (argument == "--portrait" || argument == "--landscape") {
-    options.orientation =
-        argument == "--portrait" ? Orientation::kPortrait : Orientation::kLandscape;
-    return true;
-  }
+  if (applyFlag(argument, options)) return true;
   if (const auto value = optionValue(arguments, i, "--storage", &error)) {
     if (value->empty()) error = "--storage needs a folder";
     options.storage = std::filesystem::path(*value);
@@ -51,10 +61,12 @@ bool applyArgument(std::span<const std::string_view> arguments, std::size_t& i,
   }
   if (const auto value = optionValue(arguments, i, "--port", &error)) {
     const std::optional<PortAssignment> assignment = parsePortAssignment(*value);
-    if (!assignment)
+    if (!assignment) {
       error = "--port wants COMn=PATH with n 1..12, not '" + std::string(*value) + "'";
-    if (assignment) options.portOverrides.push_back(*assignment);
-    return error.empty();
+      return false;
+    }
+    options.portOverrides.push_back(*assignment);
+    return true;
   }
   if (const auto value = optionValue(arguments, i, "--scale", &error)) {
     options.scale = parseScale(*value);

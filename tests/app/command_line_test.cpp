@@ -25,7 +25,7 @@ TEST(CommandLine, OptionsInBothSpellingsAndErrorsThatNameTheArgument) {
            {{"--storage"}, "--storage needs"},
            {{"--port", "COM13=/x"}, "COM13=/x"},
            {{"--scale", "9"}, "'9'"},
-           {{"extra"}, "unknown option 'extra'"}}) {
+           {{"--help", "extra"}, "unknown option 'extra'"}}) {
     const auto result = parseCommandLine(bad);
     const auto* error = std::get_if<CommandLineError>(&result);
     ASSERT_NE(error, nullptr) << named;

@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# Installs the Debian packages gc40 needs to build and test. Sourced by
-# demo.sh and test.sh; installs only what is missing and says what it installs.
+# Shared by demo.sh and test.sh: installs the Debian packages gc40 needs
+# (only what is missing, saying what it installs) and builds with CMake.
 
 gc40_packages=(
   cmake ninja-build g++ pkg-config
-  qt6-base-dev qt6-serialport-dev libgl-dev
+  qt6-base-dev qt6-serialport-dev
   libgtest-dev libgmock-dev
   locales fonts-dejavu-core
 )
@@ -35,4 +35,14 @@ gc40_install_packages() {
   "${sudo[@]}" apt-get update -q || return 1
   # shellcheck disable=SC2086
   "${sudo[@]}" apt-get install -y -q --no-install-recommends $missing || return 1
+}
+
+# Installs what is missing, then configures and builds into the folder $1 with
+# the CMake options that follow. Ninja rebuilds only what changed.
+gc40_build() {
+  local build=$1
+  shift
+  gc40_install_packages "${gc40_packages[@]}"
+  cmake -S . -B "$build" -G Ninja "$@" >/dev/null
+  cmake --build "$build"
 }
