@@ -109,8 +109,6 @@ std::string usageText() {
          "  --version           show the version and exit\n";
 }
 
-std::string versionText() {
-  return std::string("gc40 ") + std::string(kGc40Version) + "\n";
-}
+std::string versionText() { return std::string("gc40 ") + std::string(kGc40Version) + "\n"; }
 
 }  // namespace gc40

@@ -1,7 +1,6 @@
 // gc40: the field data logger for the GC40 ground-conductivity meter.
 
 #include <QApplication>
-
 #include <cstdlib>
 #include <iostream>
 #include <string_view>
@@ -44,6 +43,4 @@ int runLogger(int argc, char** argv) {
 
 }  // namespace
 
-int main(int argc, char** argv) {
-  return runLogger(argc, argv);
-}
+int main(int argc, char** argv) { return runLogger(argc, argv); }

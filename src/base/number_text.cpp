@@ -9,18 +9,13 @@
 namespace gc40 {
 namespace {
 
-bool isSpace(char c) {
-  return c == ' ' || (c >= '\t' && c <= '\r');
-}
+bool isSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
-bool isDigit(char c) {
-  return c >= '0' && c <= '9';
-}
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 std::string_view skipSpace(std::string_view text) {
   std::size_t i = 0;
-  while (i < text.size() && isSpace(text[i]))
-    ++i;
+  while (i < text.size() && isSpace(text[i])) ++i;
   return text.substr(i);
 }
 

@@ -56,9 +56,7 @@ RawFile& RawFile::operator=(RawFile&& other) noexcept {
   return *this;
 }
 
-RawFile::~RawFile() {
-  close();
-}
+RawFile::~RawFile() { close(); }
 
 std::optional<RawFile> RawFile::open(const std::filesystem::path& path, Mode mode,
                                      std::string* error) {
@@ -76,9 +74,7 @@ bool RawFile::write(std::string_view bytes) {
   return written >= 0 && static_cast<std::size_t>(written) == bytes.size();
 }
 
-bool RawFile::sync() {
-  return fd_ >= 0 && GC40_FSYNC(fd_) == 0;
-}
+bool RawFile::sync() { return fd_ >= 0 && GC40_FSYNC(fd_) == 0; }
 
 bool RawFile::close() {
   if (fd_ < 0) return true;
@@ -103,8 +99,7 @@ bool replaceFileByLines(const std::filesystem::path& path, const std::vector<std
   std::optional<RawFile> file = RawFile::open(temporary, RawFile::Mode::kCreateAlways, error);
   if (!file) return false;
   bool ok = true;
-  for (const std::string& line : lines)
-    ok = ok && file->write(line);
+  for (const std::string& line : lines) ok = ok && file->write(line);
   ok = ok && file->sync();
   ok = file->close() && ok;
   std::error_code renameError;

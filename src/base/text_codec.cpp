@@ -26,20 +26,15 @@ char wideToByte(char16_t c) {
   return '?';
 }
 
-bool isHighSurrogate(char16_t c) {
-  return c >= 0xD800 && c <= 0xDBFF;
-}
-bool isLowSurrogate(char16_t c) {
-  return c >= 0xDC00 && c <= 0xDFFF;
-}
+bool isHighSurrogate(char16_t c) { return c >= 0xD800 && c <= 0xDBFF; }
+bool isLowSurrogate(char16_t c) { return c >= 0xDC00 && c <= 0xDFFF; }
 
 }  // namespace
 
 std::u16string windows1252ToWide(std::string_view text) {
   std::u16string wide;
   wide.reserve(text.size());
-  for (const char c : text)
-    wide.push_back(byteToWide(static_cast<unsigned char>(c)));
+  for (const char c : text) wide.push_back(byteToWide(static_cast<unsigned char>(c)));
   return wide;
 }
 

@@ -24,12 +24,8 @@ std::string comPortName(std::int32_t index) {
   return "COM" + formatInteger(std::int64_t{index} + 1) + ":";
 }
 
-std::int32_t effectiveTraceThickness(std::int32_t stored) {
-  return std::clamp(stored, 1, 4);
-}
+std::int32_t effectiveTraceThickness(std::int32_t stored) { return std::clamp(stored, 1, 4); }
 
-std::int32_t effectiveSamplesPerReading(std::int32_t stored) {
-  return std::clamp(stored, 1, 100);
-}
+std::int32_t effectiveSamplesPerReading(std::int32_t stored) { return std::clamp(stored, 1, 100); }
 
 }  // namespace gc40

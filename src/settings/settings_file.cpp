@@ -26,9 +26,7 @@ struct SettingsLine {
   Derivation after = nullptr;
 };
 
-void deriveSurveyModeSetting(Settings& s) {
-  s.surveyModeSetting = s.surveyMode;
-}
+void deriveSurveyModeSetting(Settings& s) { s.surveyModeSetting = s.surveyMode; }
 
 // Line 55 matters only for a mode outside 0..2: otherwise the mode's own step wins.
 void deriveStationState(Settings& s) {
@@ -45,60 +43,25 @@ std::array<SettingsLine, kSettingsValueLines> settingsLines(Settings& s) {
   auto& c = s.traceColour;
   const FieldRef line55 =
       s.surveyMode == 1 ? FieldRef(WheelSign{&s.stationIncrement}) : FieldRef(&s.stationIncrement);
-  return {{{&s.instrumentVariant},
-           {&s.distanceUnits},
-           {&s.instrumentPort},
-           {&s.audioEnabled},
-           {&s.pauseKey},
-           {&v[0]},
-           {&v[1]},
-           {&v[2]},
-           {&v[3]},
-           {&v[4]},
-           {&v[5]},
-           {&v[6]},
-           {&v[7]},
-           {&t[0]},
-           {&t[1]},
-           {&t[2]},
-           {&t[3]},
-           {&t[4]},
-           {&t[5]},
-           {&t[6]},
-           {&t[7]},
-           {&c[0]},
-           {&c[1]},
-           {&c[2]},
-           {&c[3]},
-           {&c[4]},
-           {&c[5]},
-           {&c[6]},
-           {&c[7]},
-           {&s.gridScale},
-           {&s.conductivityScaleMin},
-           {&s.conductivityScaleMax, recomputeConductivityScale},
-           {&s.inphaseScaleMin},
-           {&s.inphaseScaleMax, recomputeInphaseScale},
-           {&s.gpsEnabled},
-           {&s.gpsPort},
-           {&s.gpsBaudIndex},
-           {&s.gpsDataBitsIndex},
-           {&s.gpsParity},
-           {&s.gpsStopBitsIndex},
-           {&s.surveyMode, deriveSurveyModeSetting},
-           {&s.component},
-           {&s.dipoleMode},
-           {&s.samplesPerReading},
-           {&s.stationIncrementAuto},
-           {&s.stationIncrementWheel},
-           {&s.stationIncrementManual},
-           {&s.readingInterval, computeSamplesPerReading},
-           {&s.surveyLine},
-           {&s.lineIncrement},
-           {&s.lineSequence},
-           {&s.lineDirection},
-           {&s.startStation},
-           {line55, deriveStationState}}};
+  // clang-format off
+  return {{
+      {&s.instrumentVariant}, {&s.distanceUnits}, {&s.instrumentPort}, {&s.audioEnabled},  // 2-5
+      {&s.pauseKey},                                                                      // 6
+      {&v[0]}, {&v[1]}, {&v[2]}, {&v[3]}, {&v[4]}, {&v[5]}, {&v[6]}, {&v[7]},             // 7-14
+      {&t[0]}, {&t[1]}, {&t[2]}, {&t[3]}, {&t[4]}, {&t[5]}, {&t[6]}, {&t[7]},             // 15-22
+      {&c[0]}, {&c[1]}, {&c[2]}, {&c[3]}, {&c[4]}, {&c[5]}, {&c[6]}, {&c[7]},             // 23-30
+      {&s.gridScale},                                                                     // 31
+      {&s.conductivityScaleMin}, {&s.conductivityScaleMax, recomputeConductivityScale},   // 32-33
+      {&s.inphaseScaleMin}, {&s.inphaseScaleMax, recomputeInphaseScale},                  // 34-35
+      {&s.gpsEnabled}, {&s.gpsPort}, {&s.gpsBaudIndex}, {&s.gpsDataBitsIndex},            // 36-39
+      {&s.gpsParity}, {&s.gpsStopBitsIndex},                                              // 40-41
+      {&s.surveyMode, deriveSurveyModeSetting}, {&s.component}, {&s.dipoleMode},          // 42-44
+      {&s.samplesPerReading},                                                             // 45
+      {&s.stationIncrementAuto}, {&s.stationIncrementWheel}, {&s.stationIncrementManual}, // 46-48
+      {&s.readingInterval, computeSamplesPerReading},                                     // 49
+      {&s.surveyLine}, {&s.lineIncrement}, {&s.lineSequence}, {&s.lineDirection},         // 50-53
+      {&s.startStation}, {line55, deriveStationState}}};                                  // 54-55
+  // clang-format on
 }
 
 struct FormatValue {
@@ -131,9 +94,7 @@ struct ParseValue {
 };
 
 // The handheld read each line as a C string: a NUL ends it.
-std::string_view untilNul(std::string_view line) {
-  return line.substr(0, line.find('\0'));
-}
+std::string_view untilNul(std::string_view line) { return line.substr(0, line.find('\0')); }
 
 std::filesystem::path settingsPath(const std::filesystem::path& folder) {
   return folder / kSettingsFileName;
@@ -174,8 +135,7 @@ std::vector<std::string> writeSettings(const Settings& settings) {
 
 std::vector<std::string> settingsFileLines(const Settings& settings) {
   std::vector<std::string> lines{std::string(kSettingsVersionTag) + "\r\n"};
-  for (std::string& line : writeSettings(settings))
-    lines.push_back(std::move(line));
+  for (std::string& line : writeSettings(settings)) lines.push_back(std::move(line));
   return lines;
 }
 

@@ -8,9 +8,7 @@
 namespace gc40 {
 namespace {
 
-float floatOf(std::u16string_view text) {
-  return narrowToFloat(parseDecimalPrefix(text));
-}
+float floatOf(std::u16string_view text) { return narrowToFloat(parseDecimalPrefix(text)); }
 
 void acceptRate(Settings& settings, std::u16string_view text) {
   float perSecond = floatOf(leadingUnits(text, kSurveySetupRateMaxLength));

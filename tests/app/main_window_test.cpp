@@ -5,7 +5,6 @@
 #include <QApplication>
 #include <QFontInfo>
 #include <QTest>
-
 #include <sstream>
 
 #include "support/temp_folder.h"

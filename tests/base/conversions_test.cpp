@@ -43,8 +43,7 @@ TEST(NumberText, ParsingReadsLikeTheCLibrary) {
 
 TEST(TextCodec, EightBitTextRoundTripsAndTheRestBecomesQuestionMarks) {
   std::string all;
-  for (int byte = 0; byte < 256; ++byte)
-    all.push_back(static_cast<char>(byte));
+  for (int byte = 0; byte < 256; ++byte) all.push_back(static_cast<char>(byte));
   EXPECT_EQ(wideToWindows1252(windows1252ToWide(all)), all);
   EXPECT_EQ(windows1252ToWide("\x80\x9f\xe9"), u"\u20ac\u0178\u00e9");
   EXPECT_EQ(wideToWindows1252(u"\u6e2c\u7dda a\U0001F600b\xd800"), "?? a?b?");

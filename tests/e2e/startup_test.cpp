@@ -1,9 +1,8 @@
 // The gc40 program itself: started on a storage folder, it leaves the files a
 // user expects there and keeps running, whatever the settings file held.
 
-#include <gtest/gtest.h>
-
 #include <fcntl.h>
+#include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -58,8 +57,7 @@ bool startsAndKeepsRunning(const std::filesystem::path& folder) {
 
 TEST(Startup, EmptyOrDamagedStorageStartsWithTheRightFiles) {
   std::string noise;
-  for (int i = 0; i < 2048; ++i)
-    noise += static_cast<char>(i * 7919 % 251);
+  for (int i = 0; i < 2048; ++i) noise += static_cast<char>(i * 7919 % 251);
   const std::string outOfRange = testing::fileWithLines(
       {{6, "9"}, {15, "0"}, {16, "40"}, {38, "-3"}, {42, "7"}, {49, "nan"}, {33, "inf"}});
   const std::string defaults = testing::defaultFileBytes();

@@ -39,8 +39,7 @@ constexpr const char* kNonDefaultLines[] = {
 
 TEST(SettingsFile, EveryFieldIsReadFromItsLineAndWrittenBackTheSame) {
   std::string file;
-  for (const char* line : kNonDefaultLines)
-    file += std::string(line) + "\r\n";
+  for (const char* line : kNonDefaultLines) file += std::string(line) + "\r\n";
   TempFolder folder;
   Settings s = loadBytes(folder, file, Outcome::kLoaded);
   EXPECT_EQ(std::tuple(s.instrumentVariant, s.distanceUnits, s.instrumentPort, s.audioEnabled,

@@ -29,9 +29,7 @@ inline std::string fileWithLines(const std::map<int, std::string>& replaced,
   return bytes;
 }
 
-inline std::string defaultFileBytes() {
-  return fileWithLines({});
-}
+inline std::string defaultFileBytes() { return fileWithLines({}); }
 
 inline std::string fileWithLine(int number, const std::string& text,
                                 const std::string& end = "\r\n") {
