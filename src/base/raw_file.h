@@ -2,7 +2,6 @@
 // Files written the way the logger needs: unbuffered, each write() one system
 // call, so what has been written is in the file even if the program dies next.
 
-#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -13,24 +12,17 @@ namespace gc40 {
 
 class RawFile {
  public:
-  enum class Mode {
-    kCreateAlways,   // create or truncate
-    kCreateNew,      // fail when the file exists
-    kAppendExisting  // fail when it does not exist; writes go to the end
-  };
-
-  RawFile() = default;
   RawFile(const RawFile&) = delete;
   RawFile& operator=(const RawFile&) = delete;
   RawFile(RawFile&& other) noexcept;
-  RawFile& operator=(RawFile&& other) noexcept;
+  RawFile& operator=(RawFile&&) = delete;
   ~RawFile();
 
-  // On failure returns nullopt and, when asked, the system's reason.
-  static std::optional<RawFile> open(const std::filesystem::path& path, Mode mode,
-                                     std::string* error = nullptr);
+  // Creates or truncates the file. On failure returns nullopt and, when
+  // asked, the system's reason.
+  static std::optional<RawFile> create(const std::filesystem::path& path,
+                                       std::string* error = nullptr);
 
-  bool isOpen() const { return fd_ >= 0; }
   // One write call for the whole text; false when not all of it was written.
   bool write(std::string_view bytes);
   // Commits what was written to the storage device.
