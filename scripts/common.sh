@@ -5,7 +5,7 @@
 gc40_packages=(
   cmake ninja-build g++ pkg-config
   qt6-base-dev qt6-serialport-dev
-  libgtest-dev libgmock-dev
+  libgtest-dev libgmock-dev libbenchmark-dev
   locales fonts-dejavu-core
 )
 

@@ -1,0 +1,1 @@
+# Framer and decoder throughput

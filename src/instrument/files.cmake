@@ -1,0 +1,5 @@
+# Instrument link: serial port set-up, record framer, decoder.
+list(APPEND GC40_CORE_FILES
+)
+list(APPEND GC40_QT_FILES
+)
