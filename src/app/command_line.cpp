@@ -59,6 +59,11 @@ bool applyArgument(std::span<const std::string_view> arguments, std::size_t& i,
     options.storage = std::filesystem::path(*value);
     return error.empty();
   }
+  if (const auto value = optionValue(arguments, i, "--raw-log", &error)) {
+    if (value->empty()) error = "--raw-log needs a folder";
+    options.rawLogFolder = std::filesystem::path(*value);
+    return error.empty();
+  }
   if (const auto value = optionValue(arguments, i, "--port", &error)) {
     const std::optional<PortAssignment> assignment = parsePortAssignment(*value);
     if (!assignment) {
@@ -102,6 +107,8 @@ std::string usageText() {
          "                      in DIR instead of ~/GC40\n"
          "  --port COMn=PATH    use the device PATH for port COMn: in this run\n"
          "                      (the lasting map is DIR/FLDINI/PORTS.INI); repeatable\n"
+         "  --raw-log DIR       copy every byte each serial port delivers to a file\n"
+         "                      in DIR (one file per port and run)\n"
          "  --landscape         320 x 240 layout (the default)\n"
          "  --portrait          240 x 320 layout\n"
          "  --scale N           draw the window N times its layout size (1..8)\n"

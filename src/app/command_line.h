@@ -20,7 +20,8 @@ struct CommandLine {
   std::optional<std::filesystem::path> storage;
   std::vector<PortAssignment> portOverrides;
   Orientation orientation = Orientation::kLandscape;
-  std::optional<int> scale;  // whole factor, 1..kMaxWindowScale
+  std::optional<int> scale;                           // whole factor, 1..kMaxWindowScale
+  std::optional<std::filesystem::path> rawLogFolder;  // --raw-log: capture port bytes here
   bool help = false;
   bool version = false;
 };

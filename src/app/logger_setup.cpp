@@ -12,6 +12,11 @@ std::variant<LoggerContext, SetupError> prepareLogger(const CommandLine& options
   if (std::optional<std::string> error = prepareStorage(context.storage)) {
     return SetupError{*error};
   }
+  if (options.rawLogFolder) {
+    if (std::optional<std::string> error = createFolder(*options.rawLogFolder)) {
+      return SetupError{*error};
+    }
+  }
   // Derived values first, so that what the file holds wins.
   computeSamplesPerReading(context.settings);
   recomputeScaleFactors(context.settings);

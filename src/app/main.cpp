@@ -9,6 +9,7 @@
 #include "app/command_line.h"
 #include "app/logger_setup.h"
 #include "app/main_window.h"
+#include "platform/keep_alive.h"
 
 namespace {
 
@@ -36,6 +37,8 @@ int runLogger(int argc, char** argv) {
   auto& context = std::get<gc40::LoggerContext>(prepared);
 
   QApplication application(argc, argv);
+  gc40::KeepAlive keepAlive;
+  keepAlive.start();
   gc40::MainWindow window(context);
   window.show();
   return application.exec();

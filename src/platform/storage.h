@@ -18,6 +18,10 @@ struct StorageRoot {
 // $HOME/GC40 (the current folder's GC40 when HOME is not set).
 std::filesystem::path defaultStorageRoot(const char* home);
 
+// Creates a folder and its parents. Nullopt on success, else a message that
+// names the folder.
+std::optional<std::string> createFolder(const std::filesystem::path& folder);
+
 // Creates the root and both folders. Nullopt on success, else a message that
 // names the folder that could not be made.
 std::optional<std::string> prepareStorage(const StorageRoot& storage);

@@ -14,12 +14,13 @@ namespace {
 TEST(CommandLine, OptionsInBothSpellingsAndErrorsThatNameTheArgument) {
   const std::vector<std::string_view> args{"--storage",       "/media/card",           "--port",
                                            "COM1=/dev/pts/7", "--port=COM2:=/tmp/gps", "--portrait",
-                                           "--scale=3"};
+                                           "--scale=3",       "--raw-log=/tmp/caps"};
   const auto options = std::get<CommandLine>(parseCommandLine(args));
   EXPECT_EQ(options.storage, std::filesystem::path("/media/card"));
   EXPECT_EQ(options.portOverrides.at(1).path, "/tmp/gps");
   EXPECT_EQ(options.orientation, Orientation::kPortrait);
   EXPECT_EQ(options.scale, 3);
+  EXPECT_EQ(options.rawLogFolder, std::filesystem::path("/tmp/caps"));
   for (const auto& [bad, named] :
        std::vector<std::pair<std::vector<std::string_view>, std::string>>{
            {{"--storage"}, "--storage needs"},
@@ -55,6 +56,11 @@ TEST(LoggerSetup, CommandLinePortsWinAndAFolderThatCannotBeMadeIsNamed) {
   const auto blocked = prepareLogger(options, nullptr, warnings);
   EXPECT_NE(std::get<SetupError>(blocked).message.find((folder.path() / "file").string()),
             std::string::npos);
+
+  options.storage = folder.path();
+  options.rawLogFolder = folder.path() / "file" / "captures";
+  const auto noCaptures = prepareLogger(options, nullptr, warnings);
+  EXPECT_NE(std::get<SetupError>(noCaptures).message.find("captures"), std::string::npos);
 }
 
 }  // namespace

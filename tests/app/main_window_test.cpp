@@ -22,7 +22,10 @@ TEST(MainWindow, TitledGC40InTheLayoutsShape) {
   for (const auto& [orientation, scale, size] :
        {std::tuple{Orientation::kPortrait, std::optional<int>(1), QSize(240, 320)},
         {Orientation::kLandscape, std::nullopt, QSize(640, 480)}}) {  // 800 x 600 screen
-    const CommandLine options{folder.path(), {}, orientation, scale};
+    CommandLine options;
+    options.storage = folder.path();
+    options.orientation = orientation;
+    options.scale = scale;
     std::ostringstream warnings;
     auto context = std::get<LoggerContext>(prepareLogger(options, nullptr, warnings));
     MainWindow window(context);
