@@ -22,13 +22,28 @@ RawFile::RawFile(RawFile&& other) noexcept : fd_(std::exchange(other.fd_, -1)) {
 
 RawFile::~RawFile() { close(); }
 
-std::optional<RawFile> RawFile::create(const std::filesystem::path& path, std::string* error) {
-  const int fd = ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
+std::optional<RawFile> RawFile::open(const std::filesystem::path& path, int flags,
+                                     std::string* error) {
+  const int fd = ::open(path.c_str(), flags, 0644);
   if (fd < 0) {
     setError(error, std::strerror(errno));
     return std::nullopt;
   }
   return RawFile(fd);
+}
+
+std::optional<RawFile> RawFile::create(const std::filesystem::path& path, std::string* error) {
+  return open(path, O_WRONLY | O_CREAT | O_TRUNC, error);
+}
+
+std::optional<RawFile> RawFile::createExclusive(const std::filesystem::path& path,
+                                                std::string* error) {
+  return open(path, O_WRONLY | O_CREAT | O_EXCL, error);
+}
+
+std::optional<RawFile> RawFile::openForAppend(const std::filesystem::path& path,
+                                              std::string* error) {
+  return open(path, O_WRONLY | O_CREAT | O_APPEND, error);
 }
 
 bool RawFile::write(std::string_view bytes) {

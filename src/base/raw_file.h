@@ -22,6 +22,13 @@ class RawFile {
   // asked, the system's reason.
   static std::optional<RawFile> create(const std::filesystem::path& path,
                                        std::string* error = nullptr);
+  // Creates the file only when nothing of that name exists, so an existing
+  // file is never overwritten.
+  static std::optional<RawFile> createExclusive(const std::filesystem::path& path,
+                                                std::string* error = nullptr);
+  // Opens the file, or creates it, so that every write goes to its end.
+  static std::optional<RawFile> openForAppend(const std::filesystem::path& path,
+                                              std::string* error = nullptr);
 
   // One write call for the whole text; false when not all of it was written.
   bool write(std::string_view bytes);
@@ -31,6 +38,8 @@ class RawFile {
 
  private:
   explicit RawFile(int fd) : fd_(fd) {}
+  static std::optional<RawFile> open(const std::filesystem::path& path, int flags,
+                                     std::string* error);
   int fd_ = -1;
 };
 
