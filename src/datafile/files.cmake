@@ -7,4 +7,5 @@ list(APPEND GC40_CORE_FILES
   datafile/data_file_reader.cpp datafile/data_file_reader.h
 )
 list(APPEND GC40_QT_FILES
+  datafile/create_data_file.cpp datafile/create_data_file.h
 )

@@ -1,0 +1,51 @@
+#pragma once
+// Feeds the instrument port's bytes to the record framer on the UI thread.
+// Each complete reading is handled at once, before the next bytes are framed;
+// bytes that arrive meanwhile wait in the port's buffer, so none is lost.
+
+#include <QObject>
+#include <QSerialPort>
+#include <functional>
+#include <memory>
+
+#include "instrument/record_framer.h"
+
+namespace gc40 {
+
+class RawCapture;
+
+class InstrumentReader : public QObject {
+  Q_OBJECT
+
+ public:
+  // `link` is the state the logging window shares with the framer; it must
+  // outlive the reader. `capture`, when given, receives every byte read.
+  InstrumentReader(std::unique_ptr<QSerialPort> port, InstrumentLink& link,
+                   std::function<void()> onReading, RawCapture* capture = nullptr,
+                   QObject* parent = nullptr);
+  ~InstrumentReader() override;
+
+  // Reader start: framer emptied, recordCounter 0, both queues purged.
+  void start();
+  // Closes the port; no reading is handled after this, even from bytes
+  // already read.
+  void stop();
+  bool isOpen() const;
+
+ signals:
+  // The port failed (cable pulled, other end gone) and has been closed.
+  void portClosed(const QString& reason);
+
+ private:
+  void readAvailable();
+  void handleError(QSerialPort::SerialPortError error);
+
+  std::unique_ptr<QSerialPort> port_;
+  InstrumentLink& link_;
+  std::function<void()> onReading_;
+  RawCapture* capture_;
+  RecordFramer framer_;
+  bool running_ = false;
+};
+
+}  // namespace gc40

@@ -1,0 +1,102 @@
+// The "Create Data File" dialog loop, driven offscreen the way an operator
+// would use it.
+
+#include "datafile/create_data_file.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QTest>
+
+#include "datafile/data_file_naming.h"
+#include "platform/clock.h"
+#include "support/modal_script.h"
+#include "support/temp_folder.h"
+
+namespace gc40 {
+namespace {
+
+using testing::ModalScript;
+
+// Types `name` into the save dialog (the name only: a path would make the
+// dialog navigate) and accepts it; `proposed` receives what it offered.
+ModalScript::Step saveAs(const QString& name, QString* proposed = nullptr) {
+  return [=](QWidget* modal) {
+    auto* dialog = qobject_cast<QFileDialog*>(modal);
+    if (!dialog) return false;
+    auto* edit = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    if (!edit) return false;
+    if (proposed) *proposed = edit->text();
+    edit->setText(name);
+    QTest::keyClick(edit, Qt::Key_Return);
+    return true;
+  };
+}
+
+ModalScript::Step cancelDialog(QString* title = nullptr) {
+  return [=](QWidget* modal) {
+    auto* dialog = qobject_cast<QFileDialog*>(modal);
+    if (!dialog) return false;
+    if (title) *title = dialog->windowTitle();
+    dialog->reject();
+    return true;
+  };
+}
+
+ModalScript::Step acknowledge(QString* caption, QString* text) {
+  return [=](QWidget* modal) {
+    auto* box = qobject_cast<QMessageBox*>(modal);
+    if (!box) return false;
+    *caption = box->windowTitle();
+    *text = box->text();
+    box->accept();
+    return true;
+  };
+}
+
+class CreateDataFile : public ::testing::Test {
+ protected:
+  int argc = 1;
+  char name[8] = "test";
+  char* argv[2] = {name, nullptr};
+  QApplication application{argc, argv};
+  testing::TempFolder folder;
+  std::filesystem::path dataFolder = folder.path() / "DATA40";
+  Settings settings;
+};
+
+TEST_F(CreateDataFile, AnExistingNameIsRefusedAndTheDialogComesBack) {
+  testing::writeBytes(dataFolder / "SURVEY.R40", "kept");
+  QString proposed, caption, text, title;
+  ModalScript script({saveAs("SURVEY", &proposed), acknowledge(&caption, &text), saveAs("LINE7")});
+  const std::string expectedProposal = proposeDataFileName(dataFolder, platform::localTimeNow());
+  std::optional<DataFile> file = createDataFile(nullptr, settings, dataFolder);
+  EXPECT_TRUE(script.finished());
+  EXPECT_FALSE(script.timedOut());
+  EXPECT_EQ(proposed.toStdString(), expectedProposal);
+  EXPECT_EQ(caption, "WARNING");
+  EXPECT_EQ(text, "The file already exisits. Please enter another name");
+  EXPECT_EQ(testing::readBytes(dataFolder / "SURVEY.R40"), "kept");
+
+  ASSERT_TRUE(file);
+  EXPECT_EQ(file->path(), dataFolder / "LINE7.R40");  // the default suffix added
+  const std::string bytes = testing::readBytes(dataFolder / "LINE7.R40");
+  ASSERT_EQ(bytes.size(), 7u * 24);  // identification, H, L, B, A, Z, *
+  EXPECT_EQ(bytes.substr(0, 24), "GC40STD W211GRD0000   2\n");
+  EXPECT_EQ(bytes.substr(24, 24), "H LINE7      0.200     \n");
+}
+
+TEST_F(CreateDataFile, CancelCreatesNothing) {
+  QString title;
+  ModalScript script({cancelDialog(&title)});
+  EXPECT_FALSE(createDataFile(nullptr, settings, dataFolder));
+  EXPECT_TRUE(script.finished());
+  EXPECT_EQ(title, "Create Data File");
+  EXPECT_TRUE(std::filesystem::is_empty(dataFolder));
+}
+
+}  // namespace
+}  // namespace gc40

@@ -1,0 +1,56 @@
+#pragma once
+// Drives modal dialogs and message boxes from a test: each step is offered
+// the active modal widget until it takes it (returns true), then the next step
+// waits for the next one. A watchdog rejects whatever is left open so a
+// failing test ends instead of hanging in exec().
+
+#include <QApplication>
+#include <QDialog>
+#include <QElapsedTimer>
+#include <QPointer>
+#include <QTimer>
+#include <QWidget>
+#include <functional>
+#include <vector>
+
+namespace gc40::testing {
+
+class ModalScript {
+ public:
+  using Step = std::function<bool(QWidget* modal)>;
+
+  explicit ModalScript(std::vector<Step> steps, int timeoutMs = 15000)
+      : steps_(std::move(steps)), timeoutMs_(timeoutMs) {
+    QObject::connect(&timer_, &QTimer::timeout, [this] { poll(); });
+    timer_.start(20);
+    clock_.start();
+  }
+
+  bool finished() const { return next_ == steps_.size(); }
+  bool timedOut() const { return timedOut_; }
+
+ private:
+  void poll() {
+    QWidget* modal = QApplication::activeModalWidget();
+    if (clock_.elapsed() > timeoutMs_) {
+      timedOut_ = true;
+      if (auto* dialog = qobject_cast<QDialog*>(modal)) dialog->reject();
+      return;
+    }
+    if (!modal || finished() || modal == taken_) return;
+    if (steps_[next_](modal)) {
+      taken_ = modal;
+      ++next_;
+    }
+  }
+
+  std::vector<Step> steps_;
+  std::size_t next_ = 0;
+  QPointer<QWidget> taken_;  // the widget the last step acted on, while it lives
+  int timeoutMs_;
+  bool timedOut_ = false;
+  QTimer timer_;
+  QElapsedTimer clock_;
+};
+
+}  // namespace gc40::testing
