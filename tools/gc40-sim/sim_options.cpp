@@ -1,0 +1,208 @@
+#include "gc40-sim/sim_options.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstdint>
+#include <optional>
+
+#include "base/number_text.h"
+
+namespace gc40 {
+namespace {
+
+constexpr std::int64_t kMaxMilliseconds = 3'600'000;
+constexpr std::int64_t kMaxEvery = 1'000'000'000;
+constexpr double kMaxDropoutSeconds = 3600;
+
+std::string quoted(std::string_view text) { return "'" + std::string(text) + "'"; }
+
+// A whole number in min..max, the text all digits.
+std::optional<std::int64_t> parseWhole(std::string_view text, std::int64_t min, std::int64_t max) {
+  std::int64_t value = 0;
+  const char* const end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, value);
+  if (text.empty() || text[0] == '-' || error != std::errc() || stop != end || value < min ||
+      value > max) {
+    return std::nullopt;
+  }
+  return value;
+}
+
+std::string setSeconds(std::string_view text, std::chrono::milliseconds& field) {
+  const bool wellFormed = text.find_first_not_of("0123456789.") == std::string_view::npos &&
+                          text.find_first_of("0123456789") != std::string_view::npos &&
+                          text.find('.') == text.rfind('.');
+  const double seconds = parseDecimalPrefix(text);
+  if (!wellFormed || seconds > kMaxDropoutSeconds) {
+    return "--dropout-seconds wants seconds from 0 to " + formatFixed(kMaxDropoutSeconds, 0) +
+           ", not " + quoted(text);
+  }
+  field = std::chrono::milliseconds(truncateToInt32(seconds * 1000 + 0.5));
+  return {};
+}
+
+std::string setPattern(std::string_view text, ValuePattern& pattern) {
+  constexpr std::pair<std::string_view, ValuePattern> kPatterns[] = {
+      {"constant", ValuePattern::kConstant},
+      {"ramp", ValuePattern::kRamp},
+      {"walk", ValuePattern::kWalk},
+      {"sequence", ValuePattern::kSequence}};
+  for (const auto& [name, value] : kPatterns) {
+    if (text == name) {
+      pattern = value;
+      return {};
+    }
+  }
+  return "--pattern wants constant, ramp, walk or sequence, not " + quoted(text);
+}
+
+// Two raw five-character texts around a comma, as "-0120,00040".
+std::string setValues(std::string_view text, InstrumentOptions& options) {
+  const bool printable = text.find_first_not_of(
+                             " !\"#$%&'()*+,-./0123456789:;<=>?@ABCDEFGHIJKLMNOPQRSTUVWXYZ"
+                             "[\\]^_`abcdefghijklmnopqrstuvwxyz{|}~") == std::string_view::npos;
+  if (text.size() != 2 * kValueFieldWidth + 1 || text[kValueFieldWidth] != ',' || !printable) {
+    return "--values wants two texts of exactly 5 printable characters, as -0120,00040, not " +
+           quoted(text);
+  }
+  options.firstValue = text.substr(0, kValueFieldWidth);
+  options.secondValue = text.substr(kValueFieldWidth + 1);
+  return {};
+}
+
+struct WholeOption {
+  std::string_view name;
+  std::int64_t min;
+  std::int64_t max;
+  void (*set)(SimOptions& options, std::int64_t value);
+};
+
+using std::chrono::milliseconds;
+constexpr WholeOption kWholeOptions[] = {
+    {"--settle", 0, kMaxMilliseconds, [](SimOptions& o, auto v) { o.settle = milliseconds(v); }},
+    {"--period", 0, kMaxMilliseconds,
+     [](SimOptions& o, auto v) { o.instrument.period = milliseconds(v); }},
+    {"--seed", 0, UINT32_MAX, [](SimOptions& o, auto v) { o.instrument.seed = std::uint32_t(v); }},
+    {"--status", 0, 255, [](SimOptions& o, auto v) { o.instrument.status = std::uint8_t(v); }},
+    {"--trigger-every", 2, kMaxEvery,
+     [](SimOptions& o, auto v) { o.instrument.triggerEvery = int(v); }},
+    {"--trigger-length", 1, kMaxEvery,
+     [](SimOptions& o, auto v) { o.instrument.triggerLength = int(v); }},
+    {"--dropout-every", 1, kMaxEvery,
+     [](SimOptions& o, auto v) { o.instrument.dropoutEvery = int(v); }},
+    {"--junk-every", 1, kMaxEvery, [](SimOptions& o, auto v) { o.instrument.junkEvery = int(v); }},
+    {"--count", 0, INT64_MAX, [](SimOptions& o, auto v) { o.instrument.count = v; }},
+};
+
+// Options whose value is not a plain whole number; the message when it is wrong.
+std::string applyText(std::string_view name, std::string_view value, SimOptions& options) {
+  if (name == "--link") {
+    options.link = value;
+    return value.empty() ? "--link needs a path" : "";
+  }
+  if (name == "--pattern") return setPattern(value, options.instrument.pattern);
+  if (name == "--values") return setValues(value, options.instrument);
+  return setSeconds(value, options.instrument.dropout);
+}
+
+bool takesText(std::string_view name) {
+  return name == "--link" || name == "--pattern" || name == "--values" ||
+         name == "--dropout-seconds";
+}
+
+const WholeOption* findWholeOption(std::string_view name) {
+  const auto found = std::ranges::find(kWholeOptions, name, &WholeOption::name);
+  return found == std::end(kWholeOptions) ? nullptr : found;
+}
+
+std::string applyWhole(const WholeOption& option, std::string_view value, SimOptions& options) {
+  const std::optional<std::int64_t> number = parseWhole(value, option.min, option.max);
+  if (!number) {
+    return std::string(option.name) + " wants a whole number from " + formatInteger(option.min) +
+           " to " + formatInteger(option.max) + ", not " + quoted(value);
+  }
+  option.set(options, *number);
+  return {};
+}
+
+// "--name VALUE" or "--name=VALUE"; advances `i` past a separate value.
+std::string applyArgument(std::span<const std::string_view> arguments, std::size_t& i,
+                          SimOptions& options) {
+  const std::string_view argument = arguments[i];
+  if (argument == "--help" || argument == "-h") {
+    options.help = true;
+    return {};
+  }
+  if (argument == "--lf") {
+    options.instrument.lineFeed = true;
+    return {};
+  }
+  const std::string_view name = argument.substr(0, argument.find('='));
+  const WholeOption* const whole = findWholeOption(name);
+  if (whole == nullptr && !takesText(name)) return "unknown option " + quoted(argument);
+  std::string_view value;
+  if (name.size() < argument.size()) {
+    value = argument.substr(name.size() + 1);
+  } else if (i + 1 < arguments.size()) {
+    value = arguments[++i];
+  } else {
+    return std::string(name) + " needs a value";
+  }
+  return whole != nullptr ? applyWhole(*whole, value, options) : applyText(name, value, options);
+}
+
+std::string checkTogether(const SimOptions& options) {
+  const InstrumentOptions& instrument = options.instrument;
+  if (options.link.empty()) return "--link PATH is required";
+  if (instrument.triggerEvery > 0 && instrument.triggerLength >= instrument.triggerEvery) {
+    return "--trigger-length must be shorter than --trigger-every, or the button never lets go";
+  }
+  return {};
+}
+
+}  // namespace
+
+std::variant<SimOptions, SimOptionsError> parseSimOptions(
+    std::span<const std::string_view> arguments) {
+  SimOptions options;
+  for (std::size_t i = 0; i < arguments.size(); ++i) {
+    if (std::string error = applyArgument(arguments, i, options); !error.empty()) {
+      return SimOptionsError{std::move(error)};
+    }
+  }
+  if (options.help) return options;
+  if (std::string error = checkTogether(options); !error.empty()) {
+    return SimOptionsError{std::move(error)};
+  }
+  return options;
+}
+
+std::string simUsageText() {
+  return "Usage: gc40-sim --link PATH [OPTION]...\n"
+         "Simulates a GC40 meter on a pseudo-terminal: PATH becomes a link to it, and once a\n"
+         "reader opens PATH it receives a record ('T', status byte, two 5-character values,\n"
+         "CR) every period. Prints 'gc40-sim: ready PATH' when PATH can be opened.\n"
+         "\n"
+         "  --link PATH            the link to create (an existing link there is replaced)\n"
+         "  --period MS            time between records (default 91; 0: as fast as read)\n"
+         "  --settle MS            wait after the reader opens before sending (default 100)\n"
+         "  --pattern NAME         values: constant, ramp, walk (default) or sequence, whose\n"
+         "                         first value is the record number 0..99999\n"
+         "  --values A,B           raw value texts, 5 characters each (default -0120,00040):\n"
+         "                         sent by constant; where ramp and walk start; sequence\n"
+         "                         and ramp keep B\n"
+         "  --seed N               seed of the walk and of the junk (default 1)\n"
+         "  --status N             status byte 0..255 (default 32: vertical dipole, range 0)\n"
+         "  --trigger-every N      press the trigger (status bit 64) every N records...\n"
+         "  --trigger-length M     ...for M records (default 4)\n"
+         "  --dropout-every N      fall silent after every N records...\n"
+         "  --dropout-seconds S    ...for S seconds (default 3)\n"
+         "  --junk-every N         put a few random bytes (never CR) before every Nth record\n"
+         "  --lf                   send a line feed after each CR\n"
+         "  --count N              stop after N records; exit once the reader closes PATH\n"
+         "  --help                 show this help and exit\n"
+         "\n"
+         "SIGINT or SIGTERM removes the link and exits with status 0.\n";
+}
+
+}  // namespace gc40
