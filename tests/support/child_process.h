@@ -1,7 +1,7 @@
 #pragma once
-// A program started for a test (the simulator, the logger, a tool): its
-// standard output comes back through a pipe, and it is always stopped and
-// reaped, even when the test fails half-way.
+// A program started for a test (the simulator, a bus, a tool): its standard
+// output comes back through a pipe, and it is always stopped and reaped, even
+// when the test fails half-way.
 
 #include <fcntl.h>
 #include <poll.h>
@@ -11,20 +11,33 @@
 #include <unistd.h>
 
 #include <chrono>
+#include <filesystem>
 #include <optional>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace gc40::testing {
 
+// CPU time used so far by this process, or by its reaped children.
+inline std::chrono::microseconds cpuTime(int who = RUSAGE_SELF) {
+  rusage usage{};
+  getrusage(who, &usage);
+  return std::chrono::seconds(usage.ru_utime.tv_sec + usage.ru_stime.tv_sec) +
+         std::chrono::microseconds(usage.ru_utime.tv_usec + usage.ru_stime.tv_usec);
+}
+
 class ChildProcess {
  public:
-  ChildProcess(const std::string& binary, const std::vector<std::string>& arguments) {
+  // Standard error goes to `errorFile` when given, else stays the test's.
+  ChildProcess(const std::string& binary, const std::vector<std::string>& arguments,
+               const std::optional<std::filesystem::path>& errorFile = std::nullopt) {
     int pipeEnds[2];
     if (pipe2(pipeEnds, O_CLOEXEC) != 0) return;
     pid_ = fork();
     if (pid_ == 0) {
       dup2(pipeEnds[1], STDOUT_FILENO);
+      if (errorFile) dup2(open(errorFile->c_str(), O_WRONLY | O_CREAT, 0644), STDERR_FILENO);
       std::vector<char*> argv{const_cast<char*>(binary.c_str())};
       for (const std::string& argument : arguments)
         argv.push_back(const_cast<char*>(argument.c_str()));
@@ -38,11 +51,12 @@ class ChildProcess {
   ChildProcess(const ChildProcess&) = delete;
   ChildProcess& operator=(const ChildProcess&) = delete;
   ~ChildProcess() {
-    stop();
+    if (pid_ > 0) kill(pid_, SIGKILL), waitpid(pid_, nullptr, 0);
     if (output_ >= 0) close(output_);
   }
 
   pid_t pid() const { return pid_; }
+  int outputFd() const { return output_; }
 
   // The next line of standard output, or nullopt when none came in time.
   std::optional<std::string> readLine(std::chrono::milliseconds timeout) {
@@ -65,29 +79,38 @@ class ChildProcess {
     }
   }
 
-  // Sends `signal` and waits for the end; the wait status, or nullopt when
-  // the program was already reaped.
-  std::optional<int> stop(int signal = SIGTERM) {
-    if (pid_ <= 0) return std::nullopt;
-    kill(pid_, signal);
-    int status = 0;
-    waitpid(pid_, &status, 0);
-    pid_ = -1;
-    return status;
+  void signal(int number) const {
+    if (pid_ > 0) kill(pid_, number);
   }
+
+  // Its exit code (128 + signal when a signal ended it) once it has ended on
+  // its own within `timeout`; the CPU time it used goes to usedCpu.
+  std::optional<int> waitForExit(std::chrono::milliseconds timeout = std::chrono::seconds(2)) {
+    const auto before = cpuTime(RUSAGE_CHILDREN);
+    const auto deadline = std::chrono::steady_clock::now() + timeout;
+    int status = 0;
+    while (pid_ > 0 && waitpid(pid_, &status, WNOHANG) != pid_) {
+      if (std::chrono::steady_clock::now() > deadline) return std::nullopt;
+      std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    if (pid_ <= 0) return std::nullopt;
+    pid_ = -1;
+    usedCpu = cpuTime(RUSAGE_CHILDREN) - before;
+    return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+  }
+
+  // Asks it to end (SIGTERM) and waits for that.
+  std::optional<int> stop() {
+    signal(SIGTERM);
+    return waitForExit(std::chrono::seconds(10));
+  }
+
+  std::chrono::microseconds usedCpu = std::chrono::hours(1);
 
  private:
   pid_t pid_ = -1;
   int output_ = -1;
   std::string buffered_;
 };
-
-// CPU seconds this process has used so far (user and system).
-inline double processCpuSeconds() {
-  rusage usage{};
-  getrusage(RUSAGE_SELF, &usage);
-  const auto seconds = [](const timeval& t) { return t.tv_sec + t.tv_usec / 1e6; };
-  return seconds(usage.ru_utime) + seconds(usage.ru_stime);
-}
 
 }  // namespace gc40::testing

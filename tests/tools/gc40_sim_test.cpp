@@ -6,8 +6,6 @@
 #include <gtest/gtest.h>
 #include <poll.h>
 #include <signal.h>
-#include <sys/resource.h>
-#include <sys/wait.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -18,6 +16,7 @@
 #include <thread>
 #include <vector>
 
+#include "support/child_process.h"
 #include "support/temp_folder.h"
 
 namespace gc40 {
@@ -46,58 +45,10 @@ std::string readFor(int fd, std::size_t size, std::chrono::milliseconds timeout 
   return bytes.substr(0, got);
 }
 
-std::chrono::microseconds childrenCpuTime() {
-  rusage usage{};
-  getrusage(RUSAGE_CHILDREN, &usage);
-  return std::chrono::seconds(usage.ru_utime.tv_sec + usage.ru_stime.tv_sec) +
-         std::chrono::microseconds(usage.ru_utime.tv_usec + usage.ru_stime.tv_usec);
+// gc40-sim with its stderr in folder/stderr.txt.
+testing::ChildProcess startSim(const std::vector<std::string>& arguments, const fs::path& folder) {
+  return {GC40_SIM_BINARY, arguments, folder / "stderr.txt"};
 }
-
-// One gc40-sim with its stdout on a pipe and its stderr in folder/stderr.txt,
-// killed and reaped whatever the test does.
-struct Sim {
-  Sim(std::vector<std::string> arguments, const fs::path& folder) {
-    int output[2];
-    if (pipe(output) != 0) return;
-    arguments.insert(arguments.begin(), GC40_SIM_BINARY);
-    pid = fork();
-    if (pid == 0) {
-      dup2(output[1], STDOUT_FILENO);
-      dup2(open((folder / "stderr.txt").c_str(), O_WRONLY | O_CREAT, 0644), STDERR_FILENO);
-      std::vector<char*> argv;
-      for (std::string& argument : arguments) argv.push_back(argument.data());
-      argv.push_back(nullptr);
-      execv(GC40_SIM_BINARY, argv.data());
-      _exit(127);
-    }
-    close(output[1]);
-    stdoutFd = output[0];
-  }
-  ~Sim() {
-    if (pid > 0) kill(pid, SIGKILL), waitpid(pid, nullptr, 0);
-    close(stdoutFd);
-  }
-
-  // The exit status, once it has exited on its own within `timeout`; the
-  // processor time it used goes to cpuTime.
-  std::optional<int> exitStatus(std::chrono::milliseconds timeout = 2s) {
-    const auto cpuBefore = childrenCpuTime();
-    int status = 0;
-    for (const auto end = Clock::now() + timeout; Clock::now() < end;) {
-      if (waitpid(pid, &status, WNOHANG) == pid) {
-        pid = -1;
-        cpuTime = childrenCpuTime() - cpuBefore;
-        return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
-      }
-      std::this_thread::sleep_for(10ms);
-    }
-    return std::nullopt;
-  }
-
-  pid_t pid = -1;
-  int stdoutFd = -1;
-  std::chrono::microseconds cpuTime = std::chrono::hours(1);
-};
 
 // The link opened as the logger opens its port: raw, then its queue purged.
 struct Reader {
@@ -133,15 +84,16 @@ std::vector<int> numbersFrom(int first, int count) {
   return numbers;
 }
 
-std::string readyLine(const fs::path& link) { return "gc40-sim: ready " + link.string() + "\n"; }
+std::string readyLine(const fs::path& link) { return "gc40-sim: ready " + link.string(); }
 
 TEST(Gc40Sim, WaitsForItsReaderThenDeliversEveryRecordInOrder) {
   testing::TempFolder folder;
   const fs::path link = folder.path() / "gc40";
   fs::create_symlink("/nonexistent/left/by/an/earlier/run", link);
-  Sim sim({"--link", link, "--pattern=sequence", "--period=0", "--count=2000", "--settle=300"},
-          folder.path());
-  ASSERT_EQ(readFor(sim.stdoutFd, readyLine(link).size()), readyLine(link));
+  testing::ChildProcess sim =
+      startSim({"--link", link, "--pattern=sequence", "--period=0", "--count=2000", "--settle=300"},
+               folder.path());
+  ASSERT_EQ(sim.readLine(5s), readyLine(link));
   std::this_thread::sleep_for(500ms);
   {
     // Whatever the sim sent before the purge would be lost, as on the logger's port.
@@ -149,16 +101,17 @@ TEST(Gc40Sim, WaitsForItsReaderThenDeliversEveryRecordInOrder) {
     EXPECT_EQ(reader.sequenceNumbers(2000), numbersFrom(0, 2000));
     EXPECT_EQ(readFor(reader.fd, 1, 200ms), "");  // and not a byte more
   }
-  EXPECT_EQ(sim.exitStatus(), 0) << testing::readBytes(folder.path() / "stderr.txt");
+  EXPECT_EQ(sim.waitForExit(), 0) << testing::readBytes(folder.path() / "stderr.txt");
   EXPECT_FALSE(fs::exists(fs::symlink_status(link)));
-  EXPECT_LT(sim.cpuTime, kMaxCpu);
+  EXPECT_LT(sim.usedCpu, kMaxCpu);
 }
 
 TEST(Gc40Sim, PausesWhileItsReaderIsAwayAndGoesOnWhenItComesBack) {
   testing::TempFolder folder;
   const fs::path link = folder.path() / "gc40";
-  Sim sim({"--link", link, "--pattern=sequence", "--period=10", "--settle=200"}, folder.path());
-  ASSERT_EQ(readFor(sim.stdoutFd, readyLine(link).size()), readyLine(link));
+  testing::ChildProcess sim = startSim(
+      {"--link", link, "--pattern=sequence", "--period=10", "--settle=200"}, folder.path());
+  ASSERT_EQ(sim.readLine(5s), readyLine(link));
 
   EXPECT_EQ(Reader(link).sequenceNumbers(10), numbersFrom(0, 10));
   // 50 records' time away: running on, the sim would have sent them all.
@@ -168,10 +121,10 @@ TEST(Gc40Sim, PausesWhileItsReaderIsAwayAndGoesOnWhenItComesBack) {
   EXPECT_TRUE(again[0] >= 10 && again[0] < 25) << again[0];
   EXPECT_EQ(again, numbersFrom(again[0], 10));
 
-  kill(sim.pid, SIGTERM);
-  EXPECT_EQ(sim.exitStatus(), 0);
+  sim.signal(SIGTERM);
+  EXPECT_EQ(sim.waitForExit(), 0);
   EXPECT_FALSE(fs::exists(fs::symlink_status(link)));
-  EXPECT_LT(sim.cpuTime, kMaxCpu);
+  EXPECT_LT(sim.usedCpu, kMaxCpu);
 }
 
 TEST(Gc40Sim, StopsAtOnceOnASignalWhereverItWaits) {
@@ -189,16 +142,16 @@ TEST(Gc40Sim, StopsAtOnceOnASignalWhereverItWaits) {
     const fs::path link = folder.path() / "gc40";
     std::vector<std::string> arguments = c.options;
     arguments.insert(arguments.end(), {"--link", link});
-    Sim sim(arguments, folder.path());
-    ASSERT_EQ(readFor(sim.stdoutFd, readyLine(link).size()), readyLine(link)) << c.waitingFor;
+    testing::ChildProcess sim = startSim(arguments, folder.path());
+    ASSERT_EQ(sim.readLine(5s), readyLine(link)) << c.waitingFor;
     std::optional<Reader> reader;
     if (!c.options.empty()) reader.emplace(link);
     if (c.options.size() == 2) {
       EXPECT_EQ(readFor(reader->fd, kRecordSize).size(), kRecordSize);
     }
     std::this_thread::sleep_for(200ms);
-    kill(sim.pid, c.signal);
-    EXPECT_EQ(sim.exitStatus(500ms), 0) << c.waitingFor;
+    sim.signal(c.signal);
+    EXPECT_EQ(sim.waitForExit(500ms), 0) << c.waitingFor;
     EXPECT_FALSE(fs::exists(fs::symlink_status(link))) << c.waitingFor;
   }
 }
@@ -214,8 +167,8 @@ TEST(Gc40Sim, RefusesWhatItCannotDoWithTheRightStatus) {
            {{"--link", file}, 1, file.string() + " exists and is not a symbolic link"},
            {{"--link", noFolder}, 1, "cannot create the link " + noFolder.string()}}) {
     fs::remove(folder.path() / "stderr.txt");
-    Sim sim(arguments, folder.path());
-    EXPECT_EQ(sim.exitStatus(), status) << text;
+    testing::ChildProcess sim = startSim(arguments, folder.path());
+    EXPECT_EQ(sim.waitForExit(), status) << text;
     const std::string errors = testing::readBytes(folder.path() / "stderr.txt");
     EXPECT_NE(errors.find(text), std::string::npos) << errors;
   }

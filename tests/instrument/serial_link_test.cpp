@@ -1,0 +1,140 @@
+// The instrument link over a real pseudo-terminal, fed by gc40-sim: every
+// record reaches the framer in order, and a closed port never spins.
+
+#include <gtest/gtest.h>
+#include <stdlib.h>
+
+#include <QCoreApplication>
+#include <QSignalSpy>
+#include <QTest>
+
+#include "base/number_text.h"
+#include "instrument/instrument_reader.h"
+#include "instrument/serial_ports.h"
+#include "platform/raw_capture.h"
+#include "support/child_process.h"
+#include "support/temp_folder.h"
+
+namespace gc40 {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr int kRecordBytes = 13;  // 12 + CR
+// Idle CPU allowed over one second; a port spinning on errors uses all of it.
+constexpr auto kIdleCpu = 250ms;
+
+struct SimulatedInstrument {
+  explicit SimulatedInstrument(const std::filesystem::path& folder,
+                               std::vector<std::string> options)
+      : link((folder / "instrument").string()), process(GC40_SIM_BINARY, [&] {
+          options.insert(options.begin(), {"--link", link, "--pattern", "sequence"});
+          return options;
+        }()) {}
+
+  bool ready() { return process.readLine(10s) == "gc40-sim: ready " + link; }
+
+  std::string link;
+  testing::ChildProcess process;
+};
+
+std::int32_t sequenceNumber(std::string_view record) {
+  return parseIntegerPrefix(record.substr(2, 5));
+}
+
+std::chrono::microseconds cpuWhileIdle() {
+  const auto before = testing::cpuTime();
+  QTest::qWait(1000);
+  return testing::cpuTime() - before;
+}
+
+class SerialLink : public ::testing::Test {
+ protected:
+  int argc = 1;
+  char name[8] = "test";
+  char* argv[2] = {name, nullptr};
+  QCoreApplication application{argc, argv};
+  testing::TempFolder folder;
+  Settings settings;  // instrument on COM1:
+  PortMap ports;
+  InstrumentLink link;
+};
+
+TEST_F(SerialLink, EveryRecordArrivesInOrderAndIsCaptured) {
+  SimulatedInstrument instrument(folder.path(), {"--period", "0", "--count", "100000"});
+  ASSERT_TRUE(instrument.ready());
+  ports.paths[0] = instrument.link;
+  SerialPortOpening opening = openInstrumentPort(settings, ports);
+  ASSERT_TRUE(opening.port) << opening.failure.toStdString();
+  auto capture = RawCapture::open(folder.path() / "raw", "instrument", LocalTime{2026, 11, 21});
+  ASSERT_TRUE(capture);
+
+  std::vector<std::int32_t> readings;
+  InstrumentReader reader(
+      std::move(opening.port), link, [&] { readings.push_back(sequenceNumber(link.record())); },
+      &*capture);
+  link.recordsPerReading = 4;
+  reader.start();
+  EXPECT_TRUE(QTest::qWaitFor([&] { return readings.size() >= 25000; }, 120000));
+  EXPECT_LT(cpuWhileIdle(), kIdleCpu);  // and no reading after the last
+
+  ASSERT_EQ(readings.size(), 25000u);
+  for (std::size_t i = 0; i < readings.size(); ++i) {
+    ASSERT_EQ(readings[i], static_cast<std::int32_t>(4 * i + 3)) << "reading " << i;
+  }
+  const std::string captured = testing::readBytes(capture->path());
+  ASSERT_EQ(captured.size(), 100000u * kRecordBytes);
+  EXPECT_EQ(captured.substr(99999 * kRecordBytes, kRecordBytes).substr(2, 5), "99999");
+
+  // The other end going away closes the port instead of spinning on errors.
+  QSignalSpy closed(&reader, &InstrumentReader::portClosed);
+  instrument.process.stop();
+  EXPECT_TRUE(closed.wait(5000));
+  EXPECT_FALSE(reader.isOpen());
+  EXPECT_LT(cpuWhileIdle(), kIdleCpu);
+}
+
+TEST_F(SerialLink, StoppingInsideTheReadingHandlerEndsTheRunAtOnce) {
+  SimulatedInstrument instrument(folder.path(), {"--period", "0"});
+  ASSERT_TRUE(instrument.ready());
+  ports.paths[0] = instrument.link;
+  SerialPortOpening opening = openInstrumentPort(settings, ports);
+  ASSERT_TRUE(opening.port) << opening.failure.toStdString();
+  int handled = 0;
+  InstrumentReader* readerPointer = nullptr;
+  InstrumentReader reader(std::move(opening.port), link, [&] {
+    if (++handled == 50) readerPointer->stop();
+  });
+  readerPointer = &reader;
+  reader.start();
+  EXPECT_TRUE(QTest::qWaitFor([&] { return handled >= 50; }, 10000));
+  EXPECT_LT(cpuWhileIdle(), kIdleCpu);
+  EXPECT_EQ(handled, 50);
+  EXPECT_FALSE(reader.isOpen());
+}
+
+TEST_F(SerialLink, OpenFailuresNameThePortAndItsDevice) {
+  SimulatedInstrument instrument(folder.path(), {});
+  ASSERT_TRUE(instrument.ready());
+  ports.paths[0] = instrument.link;
+  SerialPortOpening first = openInstrumentPort(settings, ports);
+  ASSERT_TRUE(first.port) << first.failure.toStdString();
+  // The port is held: the instrument gives up at once, the GPS after its tries.
+  const SerialPortOpening busy = openInstrumentPort(settings, ports);
+  EXPECT_FALSE(busy.port);
+  EXPECT_TRUE(busy.failure.startsWith(QString::fromStdString("COM1: (" + instrument.link + "): ")))
+      << busy.failure.toStdString();
+  settings.gpsPort = 0;
+  EXPECT_FALSE(openGpsPort(settings, ports).port);
+  first.port->close();
+  EXPECT_TRUE(openGpsPort(settings, ports).port);
+
+  settings.instrumentPort = 12;
+  EXPECT_EQ(openInstrumentPort(settings, ports).failure, "COM13: (not in the port map)");
+  settings.instrumentPort = 1;
+  ports.paths[1] = (folder.path() / "nothing-here").string();
+  EXPECT_FALSE(openInstrumentPort(settings, ports).port);
+}
+
+}  // namespace
+}  // namespace gc40
