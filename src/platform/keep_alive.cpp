@@ -47,17 +47,22 @@ void KeepAlive::start() {
 }
 
 // Every call is asynchronous: a slow or missing service must never hold up
-// the window.
+// the window. `use` gets the answer when there is one.
+template <typename Answer, typename Use>
+void KeepAlive::callAsync(QDBusConnection& bus, const QDBusMessage& call, Use use) {
+  auto* watcher = new QDBusPendingCallWatcher(bus.asyncCall(call), this);
+  connect(watcher, &QDBusPendingCallWatcher::finished, this, [use](QDBusPendingCallWatcher* w) {
+    const QDBusPendingReply<Answer> reply = *w;
+    if (reply.isValid()) use(reply.value());
+    w->deleteLater();
+  });
+}
+
 void KeepAlive::inhibitScreenSaver() {
   if (!sessionBus_.isConnected()) return;
   QDBusMessage call = screenSaverCall(QStringLiteral("Inhibit"));
   call << kApplication << kReason;
-  auto* watcher = new QDBusPendingCallWatcher(sessionBus_.asyncCall(call), this);
-  connect(watcher, &QDBusPendingCallWatcher::finished, this, [this](QDBusPendingCallWatcher* w) {
-    const QDBusPendingReply<uint> reply = *w;
-    if (reply.isValid()) screenSaverCookie_ = reply.value();
-    w->deleteLater();
-  });
+  callAsync<uint>(sessionBus_, call, [this](uint cookie) { screenSaverCookie_ = cookie; });
 }
 
 void KeepAlive::inhibitSleep() {
@@ -65,12 +70,8 @@ void KeepAlive::inhibitSleep() {
   QDBusMessage call =
       QDBusMessage::createMethodCall(kLogindService, kLogindPath, kLogindManager, "Inhibit");
   call << QStringLiteral("sleep:idle") << kApplication << kReason << QStringLiteral("block");
-  auto* watcher = new QDBusPendingCallWatcher(systemBus_.asyncCall(call), this);
-  connect(watcher, &QDBusPendingCallWatcher::finished, this, [this](QDBusPendingCallWatcher* w) {
-    const QDBusPendingReply<QDBusUnixFileDescriptor> reply = *w;
-    if (reply.isValid()) sleepLock_ = reply.value();
-    w->deleteLater();
-  });
+  callAsync<QDBusUnixFileDescriptor>(
+      systemBus_, call, [this](const QDBusUnixFileDescriptor& lock) { sleepLock_ = lock; });
 }
 
 void KeepAlive::reportActivity() {

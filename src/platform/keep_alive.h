@@ -5,6 +5,7 @@
 // 59 s, reports user activity; where there is no D-Bus it does nothing.
 
 #include <QDBusConnection>
+#include <QDBusMessage>
 #include <QDBusUnixFileDescriptor>
 #include <QObject>
 #include <QTimer>
@@ -29,6 +30,8 @@ class KeepAlive : public QObject {
   void inhibitScreenSaver();
   void inhibitSleep();
   void reportActivity();
+  template <typename Answer, typename Use>
+  void callAsync(QDBusConnection& bus, const QDBusMessage& call, Use use);
 
   QDBusConnection sessionBus_;
   QDBusConnection systemBus_;

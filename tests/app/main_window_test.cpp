@@ -8,16 +8,14 @@
 #include <sstream>
 
 #include "support/temp_folder.h"
+#include "support/test_application.h"
 
 namespace gc40 {
 namespace {
 
 TEST(MainWindow, TitledGC40InTheLayoutsShape) {
-  int argc = 1;
-  char name[] = "gc40_qt_tests";
-  char* argv[] = {name, nullptr};
-  QApplication application(argc, argv);
-  EXPECT_FALSE(QFontInfo(application.font()).family().isEmpty());
+  testing::TestApplication<QApplication> application;
+  EXPECT_FALSE(QFontInfo(application.get().font()).family().isEmpty());
   testing::TempFolder folder;
   for (const auto& [orientation, scale, size] :
        {std::tuple{Orientation::kPortrait, std::optional<int>(1), QSize(240, 320)},

@@ -15,6 +15,7 @@
 #include "platform/clock.h"
 #include "support/modal_script.h"
 #include "support/temp_folder.h"
+#include "support/test_application.h"
 
 namespace gc40 {
 namespace {
@@ -59,10 +60,7 @@ ModalScript::Step acknowledge(QString* caption, QString* text) {
 
 class CreateDataFile : public ::testing::Test {
  protected:
-  int argc = 1;
-  char name[8] = "test";
-  char* argv[2] = {name, nullptr};
-  QApplication application{argc, argv};
+  testing::TestApplication<QApplication> application;
   testing::TempFolder folder;
   std::filesystem::path dataFolder = folder.path() / "DATA40";
   Settings settings;

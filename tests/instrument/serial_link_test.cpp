@@ -14,6 +14,7 @@
 #include "platform/raw_capture.h"
 #include "support/child_process.h"
 #include "support/temp_folder.h"
+#include "support/test_application.h"
 
 namespace gc40 {
 namespace {
@@ -50,10 +51,7 @@ std::chrono::microseconds cpuWhileIdle() {
 
 class SerialLink : public ::testing::Test {
  protected:
-  int argc = 1;
-  char name[8] = "test";
-  char* argv[2] = {name, nullptr};
-  QCoreApplication application{argc, argv};
+  testing::TestApplication<QCoreApplication> application;
   testing::TempFolder folder;
   Settings settings;  // instrument on COM1:
   PortMap ports;

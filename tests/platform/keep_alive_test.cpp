@@ -12,6 +12,7 @@
 #include <QTest>
 
 #include "support/child_process.h"
+#include "support/test_application.h"
 
 namespace gc40 {
 namespace {
@@ -35,10 +36,7 @@ class FakeScreenSaver : public QObject {
 };
 
 TEST(KeepAlive, InhibitsTheScreenSaverAndReportsActivity) {
-  int argc = 1;
-  char name[8] = "test";
-  char* argv[2] = {name, nullptr};
-  QCoreApplication application(argc, argv);
+  testing::TestApplication application;
   testing::ChildProcess bus("/usr/bin/dbus-daemon", {"--session", "--nofork", "--print-address"});
   const std::optional<std::string> address = bus.readLine(10s);
   ASSERT_TRUE(address && !address->empty());
