@@ -19,7 +19,7 @@ template <typename T, std::size_t N>
 std::optional<T> pick(const Settings& settings, const IndexSetting& setting,
                       const std::array<T, N>& values) {
   const std::optional<std::int32_t> index = validIndex(settings, setting);
-  if (!index) return std::nullopt;
+  if (!index || *index >= static_cast<std::int32_t>(N)) return std::nullopt;
   return values[static_cast<std::size_t>(*index)];
 }
 

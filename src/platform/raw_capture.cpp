@@ -17,11 +17,20 @@ std::string twoDigits(int value) {
 }  // namespace
 
 std::string rawCaptureName(std::string_view portRole, const LocalTime& now, int attempt) {
+  // Appended piece by piece: GCC 12 warns falsely about chains of "-" + string.
   std::string name(portRole);
-  name += "-" + formatInteger(now.year) + twoDigits(now.month) + twoDigits(now.day) + "-" +
-          twoDigits(now.hour) + twoDigits(now.minute) + twoDigits(now.second);
-  if (attempt > 1) name += "-" + formatInteger(attempt);
-  return name + ".raw";
+  for (const std::string& part :
+       {formatInteger(now.year) + twoDigits(now.month) + twoDigits(now.day),
+        twoDigits(now.hour) + twoDigits(now.minute) + twoDigits(now.second)}) {
+    name += '-';
+    name += part;
+  }
+  if (attempt > 1) {
+    name += '-';
+    name += formatInteger(attempt);
+  }
+  name += ".raw";
+  return name;
 }
 
 std::optional<RawCapture> RawCapture::open(const std::filesystem::path& folder,

@@ -64,8 +64,11 @@ TEST_F(SerialLink, EveryRecordArrivesInOrderAndIsCaptured) {
   ports.paths[0] = instrument.link;
   SerialPortOpening opening = openInstrumentPort(settings, ports);
   ASSERT_TRUE(opening.port) << opening.failure.toStdString();
-  auto capture = RawCapture::open(folder.path() / "raw", "instrument", LocalTime{2026, 11, 21});
-  ASSERT_TRUE(capture);
+  const LocalTime start{2026, 11, 21, 9, 5, 7};
+  const auto earlier = RawCapture::open(folder.path() / "raw", "instrument", start);
+  auto capture = RawCapture::open(folder.path() / "raw", "instrument", start);
+  ASSERT_TRUE(earlier && capture);
+  EXPECT_EQ(capture->path().filename(), "instrument-20261121-090507-2.raw");
 
   std::vector<std::int32_t> readings;
   InstrumentReader reader(

@@ -14,7 +14,12 @@ constexpr std::int64_t kMaxMilliseconds = 3'600'000;
 constexpr std::int64_t kMaxEvery = 1'000'000'000;
 constexpr double kMaxDropoutSeconds = 3600;
 
-std::string quoted(std::string_view text) { return "'" + std::string(text) + "'"; }
+std::string quoted(std::string_view text) {
+  std::string result(1, '\'');
+  result += text;
+  result += '\'';
+  return result;
+}
 
 // A whole number in min..max, the text all digits.
 std::optional<std::int64_t> parseWhole(std::string_view text, std::int64_t min, std::int64_t max) {
