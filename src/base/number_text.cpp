@@ -67,6 +67,13 @@ std::string formatInteger(std::int64_t value) {
   return std::string(buffer.data(), result.ptr);
 }
 
+std::string formatZeroPadded(std::int64_t value, std::size_t width) {
+  std::string text = formatInteger(value);
+  const std::size_t sign = value < 0 ? 1 : 0;
+  if (text.size() < width) text.insert(sign, width - text.size(), '0');
+  return text;
+}
+
 double parseDecimalPrefix(std::string_view text) {
   text = skipSpace(text);
   bool negative = false;

@@ -14,6 +14,10 @@ std::string formatFixed(double value, int decimals);
 // As printf("%d") / printf("%ld").
 std::string formatInteger(std::int64_t value);
 
+// As printf("%0*ld", width, value): zeros between the sign and the digits up
+// to `width` characters in all.
+std::string formatZeroPadded(std::int64_t value, std::size_t width);
+
 // As wcstod/strtod in the "C" locale: leading white space, an optional sign,
 // the longest decimal number (or "inf"/"nan") that follows; 0 when none.
 // Out of range gives +-infinity or a signed zero, as strtod does.

@@ -8,10 +8,7 @@
 namespace gc40 {
 namespace {
 
-std::string twoDigits(int value) {
-  const std::string digits = formatInteger(value);
-  return digits.size() < 2 ? "0" + digits : digits;
-}
+std::string twoDigits(int value) { return formatZeroPadded(value, 2); }
 
 // Paths are UTF-8 here; the header wants the handheld's 8-bit text. A byte
 // that is not part of a well-formed sequence, and any character beyond the

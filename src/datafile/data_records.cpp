@@ -32,15 +32,6 @@ std::string tickField(std::uint32_t tick) {
   return rightAligned(formatInteger(static_cast<std::int32_t>(tick)), 10);
 }
 
-// As "%0Nd": the sign comes before the zeros.
-std::string zeroPadded(int value, std::size_t width) {
-  std::string text = formatInteger(value < 0 ? -std::int64_t{value} : value);
-  const std::size_t sign = value < 0 ? 1 : 0;
-  if (text.size() + sign < width) text.insert(0, width - text.size() - sign, '0');
-  if (sign) text.insert(0, 1, '-');
-  return text;
-}
-
 std::string cutAndPadded(std::string_view text, std::size_t width) {
   std::string field(text.substr(0, width));
   field.resize(width, ' ');
@@ -86,8 +77,8 @@ std::string timingField(const Settings& settings) {
 
 // "hh:mm:ss" with the given separator.
 std::string clockText(const LocalTime& now, std::string_view separator) {
-  return zeroPadded(now.hour, 2) + std::string(separator) + zeroPadded(now.minute, 2) +
-         std::string(separator) + zeroPadded(now.second, 2);
+  return formatZeroPadded(now.hour, 2) + std::string(separator) + formatZeroPadded(now.minute, 2) +
+         std::string(separator) + formatZeroPadded(now.second, 2);
 }
 
 std::string gpsRecordText(char letter, std::string_view piece) {
@@ -121,14 +112,15 @@ std::array<DataRecord, 4> formatLineBlock(const Settings& settings, const LocalT
       finishHeader(recordLetter::kLineStart + fixedField(settings.startStation, 2, 11)),
       finishHeader(std::string{recordLetter::kLineAttributes, direction} + "      " +
                    fixedField(settings.stationIncrement, 3, 11)),
-      finishHeader(recordLetter::kDateTime + zeroPadded(now.day, 2) + zeroPadded(now.month, 2) +
-                   zeroPadded(now.year, 4) + " " + clockText(now, ":")),
+      finishHeader(recordLetter::kDateTime + formatZeroPadded(now.day, 2) +
+                   formatZeroPadded(now.month, 2) + formatZeroPadded(now.year, 4) + " " +
+                   clockText(now, ":")),
   };
 }
 
 DataRecord formatStationRecord(double station, const LocalTime& now) {
   return finish(recordLetter::kStation + fixedField(station, 2, 11) + " " + clockText(now, "") +
-                zeroPadded(now.millisecond / 10, 2));
+                formatZeroPadded(now.millisecond / 10, 2));
 }
 
 DataRecord formatReadingRecord(std::string_view instrumentRecord, std::uint32_t tick) {
@@ -140,7 +132,7 @@ DataRecord formatReadingRecord(std::string_view instrumentRecord, std::uint32_t 
 
 DataRecord formatTimeMark(const LocalTime& now, std::uint32_t tick) {
   return finish(recordLetter::kTimeMark + clockText(now, ":") + "." +
-                zeroPadded(now.millisecond, 3) + tickField(tick));
+                formatZeroPadded(now.millisecond, 3) + tickField(tick));
 }
 
 DataRecord formatTextRecord(std::u16string_view text, char typeLetter, std::uint32_t tick) {

@@ -9,10 +9,7 @@ namespace {
 
 constexpr int kMaxNameAttempts = 100;
 
-std::string twoDigits(int value) {
-  const std::string digits = formatInteger(value);
-  return digits.size() < 2 ? "0" + digits : digits;
-}
+std::string twoDigits(int value) { return formatZeroPadded(value, 2); }
 
 }  // namespace
 

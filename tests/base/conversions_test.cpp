@@ -25,6 +25,10 @@ TEST(NumberText, FixedFormattingMatchesPrintfInTheCLocale) {
       ASSERT_EQ(formatFixed(v, 6), printed);
     }
   }
+  for (const long value : {0L, 7L, -7L, -120L, 123456L, -2147483648L}) {
+    std::snprintf(printed, sizeof printed, "%05ld", value);
+    EXPECT_EQ(formatZeroPadded(value, 5), printed);
+  }
 }
 
 // Overflow, NaN and infinity from damaged files are covered with the settings file.

@@ -17,11 +17,6 @@ constexpr int kWalkSecondStep = 4;
 // Junk has a generator of its own, so switching it on leaves the walk as it was.
 constexpr std::uint32_t kJunkSeedSalt = 0x9E3779B9u;
 
-std::string zeroPadded(std::int64_t value, std::size_t width) {
-  const std::string digits = formatInteger(value);
-  return std::string(width - std::min(width, digits.size()), '0') + digits;
-}
-
 // A value text given in code may have any length; the record must not.
 std::string fitField(const std::string& text) {
   if (text.size() >= kValueFieldWidth) return text.substr(0, kValueFieldWidth);
@@ -121,8 +116,7 @@ std::optional<Chunk> nextInstrumentChunk(InstrumentStream& stream) {
 
 std::string formatValueField(std::int64_t value) {
   value = std::clamp<std::int64_t>(value, kFieldMin, kFieldMax);
-  if (value < 0) return '-' + zeroPadded(-value, kValueFieldWidth - 1);
-  return zeroPadded(value, kValueFieldWidth);
+  return formatZeroPadded(value, kValueFieldWidth);
 }
 
 }  // namespace gc40

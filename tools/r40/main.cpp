@@ -21,12 +21,6 @@ constexpr int kTrouble = 2;
 
 std::string number(std::int64_t value) { return formatInteger(value); }
 
-std::string zeroPadded(int value, std::size_t width) {
-  std::string text = number(value);
-  if (value >= 0 && text.size() < width) text.insert(0, width - text.size(), '0');
-  return text;
-}
-
 // Bytes outside printable ASCII as \xHH, so any record prints on one line.
 std::string escaped(std::string_view text) {
   std::string out = "\"";
@@ -45,8 +39,8 @@ std::string escaped(std::string_view text) {
 }
 
 std::string clock(const TimeOfDay& time) {
-  return zeroPadded(time.hour, 2) + ":" + zeroPadded(time.minute, 2) + ":" +
-         zeroPadded(time.second, 2);
+  return formatZeroPadded(time.hour, 2) + ":" + formatZeroPadded(time.minute, 2) + ":" +
+         formatZeroPadded(time.second, 2);
 }
 
 std::string tick(std::uint32_t value) { return " tick=" + number(value); }
@@ -70,18 +64,18 @@ struct Describe {
            " increment=" + formatFixed(r.stationIncrement, 3);
   }
   std::string operator()(const DateTimeRecord& r) const {
-    return "Z date=" + number(r.year) + "-" + zeroPadded(r.month, 2) + "-" + zeroPadded(r.day, 2) +
-           " time=" + clock(r.time);
+    return "Z date=" + number(r.year) + "-" + formatZeroPadded(r.month, 2) + "-" +
+           formatZeroPadded(r.day, 2) + " time=" + clock(r.time);
   }
   std::string operator()(const ReadingRecord& r) const {
     return "T record=" + escaped(r.instrumentRecord) + tick(r.tick);
   }
   std::string operator()(const StationRecord& r) const {
     return "S station=" + formatFixed(r.station, 2) + " time=" + clock(r.time) + "." +
-           zeroPadded(r.time.millisecond / 10, 2);
+           formatZeroPadded(r.time.millisecond / 10, 2);
   }
   std::string operator()(const TimeMarkRecord& r) const {
-    return "* time=" + clock(r.time) + "." + zeroPadded(r.time.millisecond, 3) + tick(r.tick);
+    return "* time=" + clock(r.time) + "." + formatZeroPadded(r.time.millisecond, 3) + tick(r.tick);
   }
   std::string operator()(const TextRecord& r) const {
     return std::string(1, r.typeLetter) + " text=" + escaped(r.text) + tick(r.tick);
