@@ -16,6 +16,11 @@ std::u16string windows1252ToWide(std::string_view text);
 // surrogate pair gives one '?').
 std::string wideToWindows1252(std::u16string_view text);
 
+// UTF-8 (file names here) to wide text. A byte that is not part of a
+// well-formed sequence, and a character beyond the 16-bit range (none has an
+// 8-bit form), becomes '?'.
+std::u16string utf8ToWide(std::string_view text);
+
 // At most maxUnits UTF-16 units from the start, never ending in half a pair.
 std::u16string_view leadingUnits(std::u16string_view text, std::size_t maxUnits);
 

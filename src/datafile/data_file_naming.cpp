@@ -10,32 +10,6 @@ namespace {
 
 std::string twoDigits(int value) { return formatZeroPadded(value, 2); }
 
-// Paths are UTF-8 here; the header wants the handheld's 8-bit text. A byte
-// that is not part of a well-formed sequence, and any character beyond the
-// 16-bit range (none has an 8-bit form), becomes '?'.
-std::u16string utf8ToWide(std::string_view text) {
-  std::u16string wide;
-  for (std::size_t i = 0; i < text.size();) {
-    const auto lead = static_cast<unsigned char>(text[i]);
-    const std::size_t length = lead < 0x80 ? 1 : lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
-    char32_t code = length == 1 ? lead : lead & (0x3F >> (length - 1));
-    bool wellFormed = (lead < 0x80 || lead >= 0xC2) && lead < 0xF5 && i + length <= text.size();
-    for (std::size_t k = 1; wellFormed && k < length; ++k) {
-      const auto next = static_cast<unsigned char>(text[i + k]);
-      wellFormed = (next & 0xC0) == 0x80;
-      code = (code << 6) | (next & 0x3F);
-    }
-    if (!wellFormed) {
-      wide.push_back(u'?');
-      ++i;
-      continue;
-    }
-    wide.push_back(code < 0x10000 ? static_cast<char16_t>(code) : u'?');
-    i += length;
-  }
-  return wide;
-}
-
 }  // namespace
 
 std::string proposeDataFileName(const std::filesystem::path& folder, const LocalTime& now) {
