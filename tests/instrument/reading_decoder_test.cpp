@@ -3,163 +3,103 @@
 #include <gtest/gtest.h>
 
 #include <bit>
-#include <cmath>
 #include <limits>
 #include <string>
+#include <tuple>
 
 namespace gc40 {
 namespace {
 
 using namespace std::literals;
 
-std::string record(unsigned char status, std::string_view first, std::string_view second) {
-  return "T"s + static_cast<char>(status) + std::string(first) + std::string(second);
+constexpr float kInf = std::numeric_limits<float>::infinity();
+
+// The two 5-character values come as one 10-character text.
+std::string record(unsigned char status, std::string_view values) {
+  return "T"s + static_cast<char>(status) + std::string(values);
 }
 
-Settings settingsFor(std::int32_t component, std::int32_t variant, std::int32_t surveyMode = 0) {
-  Settings settings;
-  settings.component = component;
-  settings.instrumentVariant = variant;
-  settings.surveyMode = surveyMode;
-  return settings;
+Settings settingsFor(std::int32_t component, std::int32_t variant, std::int32_t surveyMode) {
+  return {.instrumentVariant = variant, .surveyMode = surveyMode, .component = component};
 }
 
-// Only the dipole the reading was taken in has valid slots, holding its values.
+// Only the dipole the reading was taken in has valid slots, holding its
+// values (compared as bits, so NaN too); every other word is 0.
 void expectFiledUnder(const DecodedReading& r, const FiledValues& filed, std::int32_t component) {
-  const bool vertical = r.dipole == 'V';
-  const std::int32_t withConductivity = component == 0;
-  const std::int32_t withInphase = component == 0 || component == 1;
-  EXPECT_EQ(filed.verticalConductivityValid, vertical ? withConductivity : 0);
-  EXPECT_EQ(filed.horizontalConductivityValid, vertical ? 0 : withConductivity);
-  EXPECT_EQ(filed.verticalInphaseValid, vertical ? withInphase : 0);
-  EXPECT_EQ(filed.horizontalInphaseValid, vertical ? 0 : withInphase);
-  const auto bits = [](float value) { return std::bit_cast<std::uint32_t>(value); };  // NaN too
-  if (withConductivity) {
-    EXPECT_EQ(bits(vertical ? filed.verticalConductivity : filed.horizontalConductivity),
-              bits(r.conductivity));
-  }
-  if (withInphase) {
-    EXPECT_EQ(bits(vertical ? filed.verticalInphase : filed.horizontalInphase), bits(r.inphase));
-  }
+  const auto bits = [](float value) { return std::bit_cast<std::uint32_t>(value); };
+  const bool v = r.dipole == 'V', both = component == 0, inphase = both || component == 1;
+  const std::array<std::uint32_t, 8> expected = {
+      v && both ? bits(r.conductivity) : 0,  v && both,
+      !v && both ? bits(r.conductivity) : 0, !v && both,
+      v && inphase ? bits(r.inphase) : 0,    v && inphase,
+      !v && inphase ? bits(r.inphase) : 0,   !v && inphase};
+  EXPECT_EQ((std::bit_cast<std::array<std::uint32_t, 8>>(filed)), expected);
 }
 
+// A component other than Both (0) or Inphase (1) leaves the values as read:
+// five characters each, a NUL ending the text, missing bytes reading as NUL.
 TEST(ReadingDecoder, StatusExamplesGiveTheirValues) {
-  struct Case {
-    unsigned char status;
-    std::int32_t component, variant, surveyMode;
-    float conductivity, inphase;
-    char dipole;
-    std::int16_t range;
-    char mark;
-    std::uint32_t channel;
-  };
-  const float shortInphase = static_cast<float>(0.00375f / 3.35);
+  // Status, component, variant, survey mode, the value texts and the reading.
+  using Case = std::tuple<unsigned char, std::int32_t, std::int32_t, std::int32_t, std::string_view,
+                          DecodedReading>;
+  // Divided by 3.35 in single precision, the inphase of 7.777 and 1.234 would round differently.
+  const float shortBoth = static_cast<float>(-0.0025f * 1.234f / 3.35);
+  const float shortInphase = static_cast<float>(7.777f / 3.35);
   // clang-format off
-  for (const Case& c : {
-      Case{0x20, 0, 0, 0, -3.0f,  0.00375f,     'V', 1000, 'N', 0},
-      Case{0x21, 0, 0, 0, -0.03f, 0.00375f,     'V', 1000, 'N', 1},
-      Case{0x24, 0, 0, 0, -0.3f,  0.00375f,     'V', 100,  'N', 0},
-      Case{0x24, 0, 1, 0, -0.3f,  shortInphase, 'V', 100,  'N', 0},
-      Case{0x22, 0, 0, 0, -0.03f, 0.00375f,     'V', 10,   'N', 0},
-      Case{0x80, 0, 0, 0, -0.03f, 0.00375f,     'V', 1000, 'M', 0},
-      Case{0x40, 0, 0, 1, -3.0f,  0.00375f,     'H', 1000, 'M', 0},
-      Case{0x40, 0, 0, 2, -3.0f,  0.00375f,     'H', 1000, 'N', 0},
-      Case{0xC7, 0, 0, 0, -0.03f, 0.00375f,     'H', 1000, 'M', 1},
-      Case{0x20, 1, 0, 0, 12.0f,  -0.75f,       'V', 1000, 'N', 0},  // inphase from the first value
-      Case{0x20, 1, 1, 0, 12.0f,  static_cast<float>(12.0 / 3.35), 'V', 1000, 'N', 0},
-      Case{0x21, 1, 1, 0, -0.03f, 0.00375f,     'V', 1000, 'N', 1}}) {
+  for (const auto& [status, component, variant, mode, values, expected] : {
+      Case{0x20, 0, 0, 0, "012.0-01.5", {-3.0f,  0.00375f, 'V', 1000, 'N', 0}},
+      Case{0x21, 0, 0, 0, "012.0-01.5", {-0.03f, 0.00375f, 'V', 1000, 'N', 1}},
+      Case{0x24, 0, 0, 0, "012.0-01.5", {-0.3f,  0.00375f, 'V', 100,  'N', 0}},
+      Case{0x24, 0, 1, 0, "7.7771.234", {7.777f * -0.025f, shortBoth, 'V', 100, 'N', 0}},
+      Case{0x80, 0, 0, 0, "012.0-01.5", {-0.03f, 0.00375f, 'V', 1000, 'M', 0}},
+      Case{0x40, 0, 0, 2, "012.0-01.5", {-3.0f,  0.00375f, 'H', 1000, 'N', 0}},
+      Case{0x20, 1, 0, 0, "012.0-01.5", {12.0f,  -0.75f,   'V', 1000, 'N', 0}},  // inphase from a
+      Case{0x20, 1, 1, 0, "7.7771.234", {7.777f, shortInphase, 'V', 1000, 'N', 0}},
+      Case{0x21, 1, 1, 0, "012.0-01.5", {-0.03f, 0.00375f, 'V', 1000, 'N', 1}},
+      Case{0x21, 2, 0, 0, "12.3412.34", {12.34f, 12.34f,   'V', 1000, 'N', 1}},
+      Case{0x41, 2, 0, 0, "1\000999-9e99"sv, {1.0f, -kInf,   'H', 1000, 'M', 1}},
+      Case{0x02, 2, 0, 0, "12",         {12.0f,  0.0f,     'H', 10,   'N', 0}}}) {
     // clang-format on
-    FiledValues filed;
-    filed.horizontalConductivityValid = 1;  // left from an earlier reading
-    const DecodedReading r =
-        decodeInstrumentRecord(record(c.status, "012.0", "-01.5"),
-                               settingsFor(c.component, c.variant, c.surveyMode), filed);
-    SCOPED_TRACE(testing::Message() << "status " << int{c.status} << " component " << c.component);
-    EXPECT_EQ(r.conductivity, c.conductivity);
-    EXPECT_EQ(r.inphase, c.inphase);
-    EXPECT_EQ(r.dipole, c.dipole);
-    EXPECT_EQ(r.range, c.range);
-    EXPECT_EQ(r.mark, c.mark);
-    EXPECT_EQ(r.channelFlag, c.channel);
-    expectFiledUnder(r, filed, c.component);
+    FiledValues filed{9, 1, 9, 1, 9, 1, 9, 1};  // left from an earlier reading
+    const DecodedReading r = decodeInstrumentRecord(record(status, values),
+                                                    settingsFor(component, variant, mode), filed);
+    const auto fields = [](const DecodedReading& d) {
+      return std::tuple(d.conductivity, d.inphase, d.dipole, d.range, d.mark, d.channelFlag);
+    };
+    EXPECT_EQ(fields(r), fields(expected)) << "status " << int{status} << " " << component;
+    expectFiledUnder(r, filed, component);
   }
 }
 
-// The Short variant divides in double precision; these values round differently in single.
-TEST(ReadingDecoder, ShortVariantDividesInDoublePrecision) {
-  const float inphaseBoth = -0.0025f * 1.234f;
-  const float expectedBoth = static_cast<float>(inphaseBoth / 3.35);
-  const float expectedInphase = static_cast<float>(7.777f / 3.35);
-  ASSERT_NE(expectedBoth, inphaseBoth / 3.35f);
-  ASSERT_NE(expectedInphase, 7.777f / 3.35f);
-  FiledValues filed;
-  EXPECT_EQ(
-      decodeInstrumentRecord(record(0x20, "7.777", "1.234"), settingsFor(0, 1), filed).inphase,
-      expectedBoth);
-  EXPECT_EQ(
-      decodeInstrumentRecord(record(0x20, "7.777", "1.234"), settingsFor(1, 1), filed).inphase,
-      expectedInphase);
-}
-
-// A component other than Both or Inphase (a damaged settings file) leaves the
-// values as read, which shows how the five characters are read.
-TEST(ReadingDecoder, ValuesReadLikeAtofOfTheFiveCharacters) {
-  const float inf = std::numeric_limits<float>::infinity();
-  for (const auto& [text, value] : {std::pair{"12.34"s, 12.34f},
-                                    {" -1.5"s, -1.5f},
-                                    {"+.25x"s, 0.25f},
-                                    {"abc12"s, 0.0f},
-                                    {"0x1F0"s, 0.0f},
-                                    {"1\000999"s, 1.0f},
-                                    {"1e-50"s, 0.0f},
-                                    {"-9e99"s, -inf}}) {
-    FiledValues filed;
-    const DecodedReading r =
-        decodeInstrumentRecord(record(0x21, text, text), settingsFor(2, 0), filed);
-    EXPECT_EQ(r.conductivity, value) << text;
-    EXPECT_EQ(r.inphase, value) << text;
-    expectFiledUnder(r, filed, 2);
-  }
-  FiledValues filed;
-  const DecodedReading shortRecord = decodeInstrumentRecord("T!12", settingsFor(2, 0), filed);
-  EXPECT_EQ(shortRecord.conductivity, 12.0f);
-  EXPECT_EQ(shortRecord.inphase, 0.0f);
-  EXPECT_TRUE(std::isnan(
-      decodeInstrumentRecord(record(0, "nan  ", "0    "), settingsFor(0, 0), filed).conductivity));
-}
-
-// Subtraction and masks agree on every byte but 128; the factor shows in the conductivity.
+// Subtraction and masks agree on every byte but 128; the factor shows in the
+// conductivity. Huge values and NaN go through every scaling path.
 TEST(ReadingDecoder, EveryStatusByteAndSettingDecodesConsistently) {
   for (int status = 0; status < 256; ++status) {
     const bool is128 = status == 128;
     const int code = is128 ? 8 : status & 7;
     const float factor = code == 0 || code == 6 ? -0.25f : code == 4 ? -0.025f : -0.0025f;
-    for (const std::string_view text : {"4.000"sv, "9e99 "sv, "nan  "sv, "\0\0\0\0\0"sv}) {
-      for (const std::int32_t component : {-1, 0, 1, 2}) {
-        for (const std::int32_t variant : {0, 1, 5}) {
-          for (const std::int32_t mode : {0, 1, 2, 3}) {
-            FiledValues filed;
-            const DecodedReading r =
-                decodeInstrumentRecord(record(static_cast<unsigned char>(status), text, text),
-                                       settingsFor(component, variant, mode), filed);
-            ASSERT_EQ(r.channelFlag, static_cast<std::uint32_t>(status & 1));
-            ASSERT_EQ(r.mark, (is128 || status & 64) && mode != 2 ? 'M' : 'N');
-            ASSERT_EQ(r.dipole, is128 || status & 32 ? 'V' : 'H');
-            ASSERT_EQ(r.range, code == 2 ? 10 : code == 4 ? 100 : 1000) << status;
-            if (component == 0 && text == "4.000") {
-              ASSERT_EQ(r.conductivity, 4.0f * factor) << status;
-            }
-            expectFiledUnder(r, filed, component);
-            if (HasFailure()) return;
-          }
+    for (const std::string_view values : {"4.0004.000"sv, "9e99 nan  "sv, "nan  -9e99"sv}) {
+      for (const Settings& settings :
+           {settingsFor(0, 0, 1), settingsFor(0, 1, 2), settingsFor(1, 0, 2), settingsFor(1, 1, 1),
+            settingsFor(2, 0, 0)}) {
+        FiledValues filed;
+        const DecodedReading r = decodeInstrumentRecord(
+            record(static_cast<unsigned char>(status), values), settings, filed);
+        ASSERT_EQ(r.channelFlag, static_cast<std::uint32_t>(status & 1));
+        ASSERT_EQ(r.mark, (is128 || status & 64) && settings.surveyMode != 2 ? 'M' : 'N');
+        ASSERT_EQ(r.dipole, is128 || status & 32 ? 'V' : 'H');
+        ASSERT_EQ(r.range, code == 2 ? 10 : code == 4 ? 100 : 1000) << status;
+        if (settings.component == 0 && values[0] == '4') {
+          ASSERT_EQ(r.conductivity, 4.0f * factor) << status;
         }
+        expectFiledUnder(r, filed, settings.component);
+        if (HasFailure()) return;
       }
     }
   }
 }
 
 TEST(ReadingDecoder, PlotOffsetsAreSinglePrecisionTruncatedTowardZero) {
-  constexpr float kInf = std::numeric_limits<float>::infinity();
   constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
   constexpr std::int32_t kMax = std::numeric_limits<std::int32_t>::max();
   constexpr std::int32_t kMin = std::numeric_limits<std::int32_t>::min();
@@ -169,15 +109,12 @@ TEST(ReadingDecoder, PlotOffsetsAreSinglePrecisionTruncatedTowardZero) {
     std::array<std::int32_t, 4> offsets;
   };
   // 10 x 0.7f is 6.99999988 in double but rounds to 7 in single precision.
-  for (const Case& c : {Case{500.0f, 0.36f, 25.0f, 3.6f, {144, 0, 72, kMax}},
-                        Case{110.0f, 0.7f, 15.0f, 0.7f, {7, -274, 7, kMax}},
+  for (const Case& c : {Case{110.0f, 0.7f, 15.0f, 0.7f, {7, -274, 7, kMax}},
                         Case{100.0f, kInf, 5.0f, kNan, {0, kMin, 0, 0}},
                         Case{kInf, -kInf, -kInf, 1.0f, {kMin, kMin, kMin, 0}}}) {
     Settings s;
-    s.conductivityScaleMax = c.conductivityMax;
-    s.conductivityPixelsPerUnit = c.conductivityPerUnit;
-    s.inphaseScaleMax = c.inphaseMax;
-    s.inphasePixelsPerUnit = c.inphasePerUnit;
+    s.conductivityScaleMax = c.conductivityMax, s.conductivityPixelsPerUnit = c.conductivityPerUnit;
+    s.inphaseScaleMax = c.inphaseMax, s.inphasePixelsPerUnit = c.inphasePerUnit;
     EXPECT_EQ(readingToPlotOffsets(filed, s), c.offsets);
   }
 }
