@@ -28,7 +28,8 @@ class InstrumentReader : public QObject {
   // Reader start: framer emptied, recordCounter 0, both queues purged.
   void start();
   // Closes the port; no reading is handled after this, even from bytes
-  // already read.
+  // already read. The reading handler may call it, but must not delete the
+  // reader (use deleteLater): the framer is still working on the bytes.
   void stop();
   bool isOpen() const;
 
