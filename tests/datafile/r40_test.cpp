@@ -1,14 +1,12 @@
 // The r40 program as a user runs it: what it prints and how it exits.
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <string>
 #include <vector>
 
 #include "datafile/data_records.h"
+#include "support/child_process.h"
 #include "support/temp_folder.h"
 
 namespace gc40 {
@@ -20,25 +18,16 @@ using testing::writeBytes;
 
 struct R40Result {
   int status = -1;
-  std::string output;  // stdout and stderr together
+  std::string output;  // stdout, then stderr
 };
 
-R40Result runR40(std::vector<std::string> arguments, const TempFolder& folder) {
-  const auto outputPath = folder.path() / "output.txt";
-  const pid_t pid = fork();
-  if (pid == 0) {
-    const int output = ::open(outputPath.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
-    dup2(output, STDOUT_FILENO);
-    dup2(output, STDERR_FILENO);
-    std::vector<char*> argv{const_cast<char*>(R40_BINARY)};
-    for (std::string& argument : arguments) argv.push_back(argument.data());
-    argv.push_back(nullptr);
-    execv(R40_BINARY, argv.data());
-    _exit(127);
-  }
-  int waitStatus = 0;
-  waitpid(pid, &waitStatus, 0);
-  return {WIFEXITED(waitStatus) ? WEXITSTATUS(waitStatus) : -1, readBytes(outputPath)};
+R40Result runR40(const std::vector<std::string>& arguments, const TempFolder& folder) {
+  const auto errors = folder.path() / "stderr.txt";
+  std::filesystem::remove(errors);
+  testing::ChildProcess r40(R40_BINARY, arguments, errors);
+  std::string output = r40.readAll();
+  const int status = r40.waitForExit(std::chrono::seconds(10)).value_or(-1);
+  return {status, output + readBytes(errors)};
 }
 
 TEST(R40, DumpsAndChecksNamingOffsets) {

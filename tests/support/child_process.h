@@ -15,6 +15,7 @@
 #include <optional>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace gc40::testing {
@@ -67,16 +68,16 @@ class ChildProcess {
         buffered_.erase(0, end + 1);
         return line;
       }
-      const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(
-          deadline - std::chrono::steady_clock::now());
-      pollfd watch{output_, POLLIN, 0};
-      if (left.count() <= 0 || poll(&watch, 1, static_cast<int>(left.count())) <= 0)
-        return std::nullopt;
-      char chunk[256];
-      const ssize_t got = read(output_, chunk, sizeof chunk);
-      if (got <= 0) return std::nullopt;
-      buffered_.append(chunk, static_cast<std::size_t>(got));
+      if (!readMore(deadline)) return std::nullopt;
     }
+  }
+
+  // Standard output up to its end (or what came within `timeout`).
+  std::string readAll(std::chrono::milliseconds timeout = std::chrono::seconds(10)) {
+    const auto deadline = std::chrono::steady_clock::now() + timeout;
+    while (readMore(deadline)) {
+    }
+    return std::exchange(buffered_, {});
   }
 
   void signal(int number) const {
@@ -108,6 +109,19 @@ class ChildProcess {
   std::chrono::microseconds usedCpu = std::chrono::hours(1);
 
  private:
+  // False at the end of the output or the deadline.
+  bool readMore(std::chrono::steady_clock::time_point deadline) {
+    const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(
+        deadline - std::chrono::steady_clock::now());
+    pollfd watch{output_, POLLIN, 0};
+    if (left.count() <= 0 || poll(&watch, 1, static_cast<int>(left.count())) <= 0) return false;
+    char chunk[4096];
+    const ssize_t got = read(output_, chunk, sizeof chunk);
+    if (got <= 0) return false;
+    buffered_.append(chunk, static_cast<std::size_t>(got));
+    return true;
+  }
+
   pid_t pid_ = -1;
   int output_ = -1;
   std::string buffered_;
