@@ -5,66 +5,51 @@
 namespace gc40 {
 namespace {
 
-TEST(PortSettings, InstrumentLineIsFixedAndOpenedOnce) {
-  const SerialLineSettings line = instrumentLineSettings();
-  EXPECT_EQ(line.baudRate, 9600);
-  EXPECT_EQ(line.dataBits, 8);
-  EXPECT_EQ(line.parity, SerialParity::kNone);
-  EXPECT_EQ(line.stopBits, SerialStopBits::kOne);
-  EXPECT_FALSE(line.softwareFlowControl);
-  EXPECT_EQ(line.dataTerminalReady, true);
-  EXPECT_EQ(line.requestToSend, false);
-  EXPECT_EQ(line.openAttempts, 1);
-}
+TEST(PortSettings, InstrumentLineIsFixedGpsLineFollowsTheSettings) {
+  const SerialLineSettings instrument = instrumentLineSettings();
+  EXPECT_TRUE(instrument.baudRate == 9600 && instrument.dataBits == 8 &&
+              instrument.parity == SerialParity::kNone &&
+              instrument.stopBits == SerialStopBits::kOne && !instrument.softwareFlowControl &&
+              instrument.dataTerminalReady == true && instrument.requestToSend == false &&
+              instrument.openAttempts == 1);
 
-TEST(PortSettings, GpsLineFollowsTheSettingsAndKeepsThePortsValueForUnknownIndexes) {
   Settings settings;
   settings.gpsBaudIndex = 5;
   settings.gpsParity = 2;
   settings.gpsDataBitsIndex = 0;
   settings.gpsStopBitsIndex = 1;
-  SerialLineSettings line = gpsLineSettings(settings);
-  EXPECT_EQ(line.baudRate, 115200);
-  EXPECT_EQ(line.parity, SerialParity::kOdd);
-  EXPECT_EQ(line.dataBits, 7);
-  EXPECT_EQ(line.stopBits, SerialStopBits::kTwo);
-  EXPECT_TRUE(line.softwareFlowControl);
-  EXPECT_FALSE(line.dataTerminalReady.has_value());
-  EXPECT_FALSE(line.requestToSend.has_value());
-  EXPECT_EQ(line.openAttempts, 10);
-
+  SerialLineSettings gps = gpsLineSettings(settings);
+  EXPECT_TRUE(gps.baudRate == 115200 && gps.parity == SerialParity::kOdd && gps.dataBits == 7 &&
+              gps.stopBits == SerialStopBits::kTwo && gps.softwareFlowControl &&
+              !gps.dataTerminalReady && !gps.requestToSend && gps.openAttempts == 10);
+  // An index outside its list keeps the port's own value.
   settings.gpsBaudIndex = 6;
   settings.gpsParity = -1;
   settings.gpsDataBitsIndex = 2;
   settings.gpsStopBitsIndex = 1000;
-  line = gpsLineSettings(settings);
-  EXPECT_FALSE(line.baudRate || line.parity || line.dataBits || line.stopBits);
+  gps = gpsLineSettings(settings);
+  EXPECT_FALSE(gps.baudRate || gps.parity || gps.dataBits || gps.stopBits);
 }
 
-TEST(PortSettings, PortNamesMapThroughThePortMap) {
+TEST(PortSettings, PortNamesMapThroughThePortMapAndAttemptsStopAtTheLimit) {
   Settings settings;
-  settings.instrumentPort = 0;
   settings.gpsPort = 11;
   const PortMap ports = defaultPortMap();
   EXPECT_EQ(instrumentPortTarget(settings, ports).name, "COM1:");
   EXPECT_EQ(instrumentPortTarget(settings, ports).devicePath, "/dev/ttyUSB0");
-  EXPECT_EQ(gpsPortTarget(settings, ports).name, "COM12:");
   EXPECT_EQ(gpsPortTarget(settings, ports).devicePath, "/dev/ttyUSB11");
   settings.gpsPort = 12;
   EXPECT_EQ(gpsPortTarget(settings, ports).name, "COM13:");
   EXPECT_EQ(gpsPortTarget(settings, ports).devicePath, "");
-}
 
-TEST(PortSettings, AttemptsStopAtTheFirstSuccessAndGiveUpAfterTheLimit) {
-  int calls = 0;
-  EXPECT_EQ(openWithAttempts(10, [&] { return ++calls == 4; }), 4);
-  EXPECT_EQ(calls, 4);
-  calls = 0;
-  EXPECT_EQ(openWithAttempts(10, [&] { return ++calls > 100; }), std::nullopt);
-  EXPECT_EQ(calls, 10);
-  calls = 0;
-  EXPECT_EQ(openWithAttempts(1, [&] { return ++calls == 2; }), std::nullopt);
-  EXPECT_EQ(calls, 1);
+  for (const auto& [attempts, succeedsOn, result, calls] :
+       {std::tuple{10, 4, std::optional<int>(4), 4},
+        {10, 0, std::nullopt, 10},
+        {1, 2, std::nullopt, 1}}) {
+    int made = 0;
+    EXPECT_EQ(openWithAttempts(attempts, [&] { return ++made == succeedsOn; }), result);
+    EXPECT_EQ(made, calls);
+  }
 }
 
 }  // namespace
