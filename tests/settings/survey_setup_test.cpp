@@ -12,31 +12,23 @@ Settings accepted(std::int32_t mode, std::u16string rate, std::u16string line = 
   return settings;
 }
 
-TEST(SurveySetup, ReadingsPerSecondBecomeTheIntervalAndItsTiming) {
-  for (const auto& [text, interval, cycles, perSecond] : {std::tuple{u"0", 1.0f, 11, 1},
-                                                          {u"", 1.0f, 11, 1},
-                                                          {u"20", 0.05f, 1, 11},
-                                                          {u"5.00", 0.2f, 2, 5},
-                                                          {u"10", 0.1f, 1, 10},
-                                                          {u"-5", -0.2f, 1, 1}}) {
-    const Settings s = accepted(0, text);
-    EXPECT_EQ(std::tuple(s.readingInterval, s.cyclesPerReading, s.readingsPerSecondWhole),
-              std::tuple(interval, cycles, perSecond));
+// Auto takes readings per second into the interval and its timing, Manual
+// clamps its samples; each leaves the other's value, and Wheel leaves both.
+TEST(SurveySetup, RateOrSamplesAreTakenByTheirModeOnly) {
+  using Case = std::tuple<int, const char16_t*, float, int, int, int>;
+  for (const auto& [mode, text, interval, cycles, perSecond, samples] :
+       {Case{0, u"0", 1.0f, 11, 1, 10}, Case{0, u"", 1.0f, 11, 1, 10},
+        Case{0, u"20", 0.05f, 1, 11, 10}, Case{0, u"5.00", 0.2f, 2, 5, 10},
+        Case{0, u"-5", -0.2f, 1, 1, 10}, Case{2, u"0", 0.2f, 2, 5, 1},
+        Case{2, u"250", 0.2f, 2, 5, 100}, Case{2, u"37.9", 0.2f, 2, 5, 37},
+        Case{2, u"1e20", 0.2f, 2, 5, 100}, Case{2, u"nan", 0.2f, 2, 5, 1},
+        Case{1, u"Not Available", 0.2f, 2, 5, 10}}) {
+    const Settings s = accepted(mode, text);
+    EXPECT_EQ(std::tuple(s.readingInterval, s.cyclesPerReading, s.readingsPerSecondWhole,
+                         s.samplesPerReading),
+              std::tuple(interval, cycles, perSecond, samples))
+        << mode;
   }
-}
-
-TEST(SurveySetup, ManualSamplesAreClampedAndOtherModesLeaveRateAndSamples) {
-  for (const auto& [text, samples] : {std::pair{u"0", 1},
-                                      {u"250", 100},
-                                      {u"37.9", 37},
-                                      {u"-4", 1},
-                                      {u"1e20", 100},
-                                      {u"nan", 1}}) {
-    EXPECT_EQ(accepted(2, text).samplesPerReading, samples);
-    EXPECT_EQ(accepted(2, text).readingInterval, 0.2f);
-  }
-  EXPECT_EQ(accepted(1, u"Not Available").samplesPerReading, 10);
-  EXPECT_EQ(accepted(1, u"Not Available").readingInterval, 0.2f);
 }
 
 TEST(SurveySetup, StoresTheSurveyAndTheChosenModesOwnStep) {
