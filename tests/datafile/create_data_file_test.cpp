@@ -8,7 +8,6 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QTest>
 
 #include "datafile/data_file_naming.h"
@@ -47,17 +46,6 @@ ModalScript::Step cancelDialog(QString* title = nullptr) {
   };
 }
 
-ModalScript::Step acknowledge(QString* caption, QString* text) {
-  return [=](QWidget* modal) {
-    auto* box = qobject_cast<QMessageBox*>(modal);
-    if (!box) return false;
-    *caption = box->windowTitle();
-    *text = box->text();
-    box->accept();
-    return true;
-  };
-}
-
 class CreateDataFile : public ::testing::Test {
  protected:
   testing::TestApplication<QApplication> application;
@@ -69,7 +57,8 @@ class CreateDataFile : public ::testing::Test {
 TEST_F(CreateDataFile, AnExistingNameIsRefusedAndTheDialogComesBack) {
   testing::writeBytes(dataFolder / "SURVEY.R40", "kept");
   QString proposed, caption, text, title;
-  ModalScript script({saveAs("SURVEY", &proposed), acknowledge(&caption, &text), saveAs("LINE7")});
+  ModalScript script({saveAs("SURVEY", &proposed), testing::acknowledgeMessageBox(&caption, &text),
+                      saveAs("LINE7")});
   const std::string expectedProposal = proposeDataFileName(dataFolder, platform::localTimeNow());
   std::optional<DataFile> file = createDataFile(nullptr, settings, dataFolder);
   EXPECT_TRUE(script.finished());

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 #include <stdlib.h>
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -13,6 +13,7 @@
 #include "instrument/serial_ports.h"
 #include "platform/raw_capture.h"
 #include "support/child_process.h"
+#include "support/modal_script.h"
 #include "support/temp_folder.h"
 #include "support/test_application.h"
 
@@ -51,7 +52,7 @@ std::chrono::microseconds cpuWhileIdle() {
 
 class SerialLink : public ::testing::Test {
  protected:
-  testing::TestApplication<QCoreApplication> application;
+  testing::TestApplication<QApplication> application;
   testing::TempFolder folder;
   Settings settings;  // instrument on COM1:
   PortMap ports;
@@ -134,7 +135,16 @@ TEST_F(SerialLink, OpenFailuresNameThePortAndItsDevice) {
   EXPECT_EQ(openInstrumentPort(settings, ports).failure, "COM13: (not in the port map)");
   settings.instrumentPort = 1;
   ports.paths[1] = (folder.path() / "nothing-here").string();
-  EXPECT_FALSE(openInstrumentPort(settings, ports).port);
+  const SerialPortOpening missing = openInstrumentPort(settings, ports);
+  EXPECT_FALSE(missing.port);
+
+  QString caption, text, details;
+  testing::ModalScript script({testing::acknowledgeMessageBox(&caption, &text, &details)});
+  showSerialPortFailure(nullptr, kCannotOpenInstrumentPort, missing.failure);
+  EXPECT_EQ(caption, "Serial Port");
+  EXPECT_EQ(text, "Cannot open GC40 port");
+  EXPECT_TRUE(details.startsWith(QString::fromStdString("COM2: (" + ports.paths[1] + "): ")))
+      << details.toStdString();
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QDialog>
 #include <QElapsedTimer>
+#include <QMessageBox>
 #include <QPointer>
 #include <QTimer>
 #include <QWidget>
@@ -52,5 +53,19 @@ class ModalScript {
   QTimer timer_;
   QElapsedTimer clock_;
 };
+
+// A step that reads a message box and presses its button.
+inline ModalScript::Step acknowledgeMessageBox(QString* caption, QString* text,
+                                               QString* details = nullptr) {
+  return [=](QWidget* modal) {
+    auto* box = qobject_cast<QMessageBox*>(modal);
+    if (!box) return false;
+    *caption = box->windowTitle();
+    *text = box->text();
+    if (details) *details = box->informativeText();
+    box->accept();
+    return true;
+  };
+}
 
 }  // namespace gc40::testing
