@@ -10,6 +10,8 @@
 #include "app/logger_setup.h"
 #include "app/main_window.h"
 #include "platform/keep_alive.h"
+#include "platform/single_instance.h"
+#include "platform/storage.h"
 
 namespace {
 
@@ -29,17 +31,35 @@ int runLogger(int argc, char** argv) {
     std::cout << gc40::versionText();
     return 0;
   }
-  auto prepared = gc40::prepareLogger(options, std::getenv("HOME"), std::cerr);
+  const char* home = std::getenv("HOME");
+  const gc40::StorageRoot storage{options.storage.value_or(gc40::defaultStorageRoot(home))};
+  if (const std::optional<std::string> error = gc40::prepareStorage(storage)) {
+    std::cerr << "gc40: " << *error << "\n";
+    return 1;
+  }
+  QApplication application(argc, argv);
+  // Before the settings are read: a second copy must not touch the files.
+  gc40::SingleInstance instance(storage.root);
+  if (!instance.isFirst()) {
+    if (!instance.askFirstToRaise())
+      std::cerr << "gc40: another copy uses " << storage.root << "\n";
+    return -1;
+  }
+  auto prepared = gc40::prepareLogger(options, home, std::cerr);
   if (const auto* error = std::get_if<gc40::SetupError>(&prepared)) {
     std::cerr << "gc40: " << error->message << "\n";
     return 1;
   }
   auto& context = std::get<gc40::LoggerContext>(prepared);
 
-  QApplication application(argc, argv);
   gc40::KeepAlive keepAlive;
   keepAlive.start();
   gc40::MainWindow window(context);
+  QObject::connect(&instance, &gc40::SingleInstance::raiseRequested, &window, [&window] {
+    window.showNormal();
+    window.raise();
+    window.activateWindow();
+  });
   window.show();
   return application.exec();
 }

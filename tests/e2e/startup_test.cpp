@@ -89,5 +89,21 @@ TEST(Startup, CommandLineAnswersWithoutAWindowOrFiles) {
   }
 }
 
+// A second copy on the same storage leaves with -1 (and the first stays); a
+// copy that died does not keep the next one out.
+TEST(Startup, OneCopyPerStorageRoot) {
+  testing::TempFolder folder;
+  const pid_t first = startGc40({"--storage", (folder.path() / "GC40").string()}, folder.path());
+  for (int i = 0; i < 500 && !std::filesystem::exists(folder.path() / "GC40/FLDINI/PORTS.INI"); ++i)
+    std::this_thread::sleep_for(20ms);
+  int waitStatus = 0;
+  waitpid(startGc40({"--storage", (folder.path() / "GC40").string()}, folder.path()), &waitStatus,
+          0);
+  EXPECT_TRUE(WIFEXITED(waitStatus) && WEXITSTATUS(waitStatus) == 255) << waitStatus;
+  EXPECT_EQ(waitpid(first, nullptr, WNOHANG), 0);
+  kill(first, SIGKILL), waitpid(first, nullptr, 0);
+  EXPECT_TRUE(startsAndKeepsRunning(folder.path()));
+}
+
 }  // namespace
 }  // namespace gc40
