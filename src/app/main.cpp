@@ -10,6 +10,7 @@
 #include "app/logger_setup.h"
 #include "app/main_window.h"
 #include "platform/keep_alive.h"
+#include "platform/single_instance.h"
 
 namespace {
 
@@ -37,9 +38,13 @@ int runLogger(int argc, char** argv) {
   auto& context = std::get<gc40::LoggerContext>(prepared);
 
   QApplication application(argc, argv);
+  gc40::SingleInstance instance(context.storage.root);
+  if (!instance.claim()) return -1;
   gc40::KeepAlive keepAlive;
   keepAlive.start();
   gc40::MainWindow window(context);
+  QObject::connect(&instance, &gc40::SingleInstance::raiseRequested, &window,
+                   &gc40::MainWindow::bringToFront);
   window.show();
   return application.exec();
 }

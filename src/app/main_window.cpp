@@ -114,6 +114,13 @@ void MainWindow::createButtons() {
   showFocusRing();
 }
 
+void MainWindow::bringToFront() {
+  setWindowState(windowState() & ~Qt::WindowMinimized);
+  show();
+  raise();
+  activateWindow();
+}
+
 bool MainWindow::event(QEvent* event) {
   // Taken here rather than in keyPressEvent so that Tab reaches the menu
   // instead of Qt's focus chain.

@@ -35,6 +35,8 @@ class MainWindow : public QWidget {
   // A Monitor/Log run sets this when it starts and clears it when it ends
   // normally; while set, the menu ignores keys but takes clicks.
   void setKeysActive(bool active) { menu_.keysActive = active ? 1 : 0; }
+  // Another copy was started: show this one instead.
+  void bringToFront();
 
  signals:
   // Monitor/Log (after the uptime guard), the four setup dialogs and View

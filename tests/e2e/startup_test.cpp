@@ -75,6 +75,22 @@ TEST(Startup, EmptyOrDamagedStorageStartsWithTheRightFiles) {
   }
 }
 
+TEST(Startup, ASecondCopyOnTheSameFolderEndsWithMinusOne) {
+  testing::TempFolder folder;
+  const std::vector<std::string> arguments{"--storage", (folder.path() / "GC40").string()};
+  const pid_t first = startGc40(arguments, folder.path());
+  for (int i = 0; i < 1000 && !std::filesystem::exists(folder.path() / "GC40/.gc40.lock"); ++i)
+    std::this_thread::sleep_for(20ms);
+  const pid_t second = startGc40(arguments, folder.path() / "GC40");
+  int status = 0;
+  for (int i = 0; i < 500 && waitpid(second, &status, WNOHANG) != second; ++i)
+    std::this_thread::sleep_for(20ms);
+  EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 255) << status;
+  EXPECT_EQ(waitpid(first, nullptr, WNOHANG), 0);  // the first copy runs on
+  kill(first, SIGTERM), waitpid(first, nullptr, 0);
+  kill(second, SIGKILL), waitpid(second, nullptr, 0);
+}
+
 TEST(Startup, CommandLineAnswersWithoutAWindowOrFiles) {
   for (const auto& [argument, status, output] :
        {std::tuple{"--version", 0, "gc40 2.11\n"},
