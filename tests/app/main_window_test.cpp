@@ -6,6 +6,7 @@
 #include <QFontInfo>
 #include <QImage>
 #include <QTest>
+#include <QTimer>
 #include <sstream>
 #include <vector>
 
@@ -172,6 +173,15 @@ TEST(MainWindow, UptimeGuardStopsAtFirstPaintAndOnMonitorLog) {
     window.show();
     EXPECT_TRUE(QTest::qWaitFor([&] { return !exitCodes.empty(); }, 5000));
     expectStopped(window);
+  }
+  {  // and on the machine's own services the event loop ends with 0
+    MainWindow window(context, {.tickCount = [] { return kUptimeLimitMs + 1; },
+                                .endProgram = MainWindow::machineServices().endProgram});
+    testing::ModalScript script({testing::acknowledgeMessageBox(&caption, &text)});
+    window.show();
+    QTimer::singleShot(10000, [] { QCoreApplication::exit(1); });  // rather than hang
+    EXPECT_EQ(application.get().exec(), 0);
+    EXPECT_TRUE(script.finished());
   }
 }
 
