@@ -55,11 +55,8 @@ int runLogger(int argc, char** argv) {
   gc40::KeepAlive keepAlive;
   keepAlive.start();
   gc40::MainWindow window(context);
-  QObject::connect(&instance, &gc40::SingleInstance::raiseRequested, &window, [&window] {
-    window.showNormal();
-    window.raise();
-    window.activateWindow();
-  });
+  QObject::connect(&instance, &gc40::SingleInstance::raiseRequested, &window,
+                   &gc40::MainWindow::bringToFront);
   window.show();
   return application.exec();
 }

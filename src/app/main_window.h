@@ -1,23 +1,70 @@
 #pragma once
 
+#include <QPushButton>
 #include <QWidget>
+#include <array>
+#include <cstdint>
+#include <functional>
 
 #include "app/logger_setup.h"
+#include "app/main_menu.h"
 
 namespace gc40 {
 
-// The main window titled "GC40". Its title screen and menu come with the
-// application shell; for now it holds the logger's context and its shape.
+// The main window titled "GC40": the title screen with the seven menu
+// buttons. Keys and clicks go through the main menu's decisions; Exit and the
+// uptime guard are handled here, every other command is handed on through
+// commandChosen.
 class MainWindow : public QWidget {
+  Q_OBJECT
+
  public:
-  explicit MainWindow(LoggerContext& context, QWidget* parent = nullptr);
+  // What the window takes from the machine; tests give their own.
+  struct Services {
+    std::function<std::uint32_t()> tickCount;
+    std::function<void(int exitCode)> endProgram;
+  };
+  static Services machineServices();
+
+  explicit MainWindow(LoggerContext& context, Services services = machineServices(),
+                      QWidget* parent = nullptr);
 
   LoggerContext& context() { return context_; }
+  int scale() const { return scale_; }
+  int focusedButton() const { return menu_.focusedButton; }
+  // A Monitor/Log run sets this when it starts and clears it when it ends
+  // normally; while set, the menu ignores keys but takes clicks.
+  void setKeysActive(bool active) { menu_.keysActive = active ? 1 : 0; }
+  // Another copy was started: show this one instead.
+  void bringToFront();
+
+ signals:
+  // Monitor/Log (after the uptime guard), the four setup dialogs and View
+  // Files. The Logging screen, the setup dialogs and the View Files screen
+  // are built elsewhere and plug in here; until then nothing listens and the
+  // command does nothing.
+  void commandChosen(gc40::MainCommand command);
+
+ protected:
+  bool event(QEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
 
  private:
   void applyShape();
+  void createButtons();
+  void onKey(int keyCode);
+  void carryOut(MainCommand command);
+  void showFocusRing();
+  bool stopIfUptimeExceeded(std::uint32_t tickMs);
 
   LoggerContext& context_;
+  Services services_;
+  Orientation orientation_;
+  int scale_ = 1;
+  MainMenuState menu_;
+  std::array<QPushButton*, kMainButtonCount> buttons_{};
+  std::uint32_t startTick_ = 0;  // read when the window is made, judged at its first paint
+  bool painted_ = false;
 };
 
 }  // namespace gc40
