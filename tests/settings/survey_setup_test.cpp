@@ -19,7 +19,7 @@ TEST(SurveySetup, RateOrSamplesAreTakenByTheirModeOnly) {
   for (const auto& [mode, text, interval, cycles, perSecond, samples] :
        {Case{0, u"0", 1.0f, 11, 1, 10}, Case{0, u"", 1.0f, 11, 1, 10},
         Case{0, u"20", 0.05f, 1, 11, 10}, Case{0, u"5.00", 0.2f, 2, 5, 10},
-        Case{0, u"-5", -0.2f, 1, 1, 10}, Case{2, u"0", 0.2f, 2, 5, 1},
+        Case{0, u"-2", -0.5f, 1, 1, 10}, Case{2, u"0", 0.2f, 2, 5, 1},
         Case{2, u"250", 0.2f, 2, 5, 100}, Case{2, u"37.9", 0.2f, 2, 5, 37},
         Case{2, u"1e20", 0.2f, 2, 5, 100}, Case{2, u"nan", 0.2f, 2, 5, 1},
         Case{1, u"Not Available", 0.2f, 2, 5, 10}}) {

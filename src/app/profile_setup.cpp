@@ -1,0 +1,35 @@
+#include "app/profile_setup.h"
+
+namespace gc40 {
+namespace {
+
+constexpr std::int32_t kManual = 2;
+
+}  // namespace
+
+ProfileTraces setupProfileTraces(const Settings& settings) {
+  ProfileTraces traces;
+  const auto& visible = settings.traceVisible;
+  const bool both = settings.component == 0;
+  const std::int32_t dipole = settings.dipoleMode;
+  auto on = [&](int trace, bool drawn) { traces.traceOn[trace] = visible[trace] == 1 && drawn; };
+  if (settings.surveyMode == kManual) {
+    // Manual may record both dipoles ("Both" is offered there only).
+    on(0, both && dipole != 1);
+    on(1, both && dipole != 0);
+  } else {
+    on(0, both && dipole == 0);
+    on(1, both && dipole == 1);
+    on(2, dipole == 0);
+    on(3, dipole == 1);
+  }
+  return traces;
+}
+
+void computeProfileScales(Settings& settings) {
+  recomputeScaleFactors(settings);
+  settings.dipoleMode = 0;
+  settings.component = 0;
+}
+
+}  // namespace gc40
