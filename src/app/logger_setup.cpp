@@ -8,7 +8,7 @@ namespace gc40 {
 
 std::variant<LoggerContext, SetupError> prepareLogger(const CommandLine& options, const char* home,
                                                       std::ostream& warnings) {
-  LoggerContext context{options, {options.storage.value_or(defaultStorageRoot(home))}, {}, {}};
+  LoggerContext context{options, {options.storage.value_or(defaultStorageRoot(home))}, {}, {}, {}};
   if (std::optional<std::string> error = prepareStorage(context.storage)) {
     return SetupError{*error};
   }
@@ -19,7 +19,7 @@ std::variant<LoggerContext, SetupError> prepareLogger(const CommandLine& options
   }
   // Derived values first, so that what the file holds wins.
   computeSamplesPerReading(context.settings);
-  recomputeScaleFactors(context.settings);
+  computeProfileScales(context.settings);
   const SettingsFileResult loaded =
       loadOrSaveSettings(context.settings, context.storage.settingsFolder(), false);
   if (loaded.outcome == SettingsFileResult::Outcome::kFailed) {

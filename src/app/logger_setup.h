@@ -7,6 +7,7 @@
 #include <variant>
 
 #include "app/command_line.h"
+#include "app/profile_setup.h"
 #include "platform/port_map.h"
 #include "platform/storage.h"
 #include "settings/settings.h"
@@ -18,6 +19,7 @@ struct LoggerContext {
   StorageRoot storage;
   Settings settings;
   PortMap ports;
+  ProfileTraces profileTraces;  // which traces the live profile draws
 };
 
 struct SetupError {
