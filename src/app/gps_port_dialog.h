@@ -1,0 +1,26 @@
+#pragma once
+// Set GPS Port: the GPS receiver's port and line settings, and the way into
+// the Monitor GPS window.
+
+#include <vector>
+
+#include "app/logger_setup.h"
+#include "app/setup_dialog.h"
+
+namespace gc40 {
+
+class GpsPortDialog : public SetupDialog {
+ public:
+  GpsPortDialog(QWidget* owner, LoggerContext& context);
+
+ protected:
+  void onOk() override;
+
+ private:
+  void finish(bool monitor);
+
+  LoggerContext& context_;
+  std::vector<QComboBox*> combos_;  // 720..725
+};
+
+}  // namespace gc40

@@ -1,0 +1,39 @@
+#include "app/logger_setup_dialog.h"
+
+#include "app/logger_setup_model.h"
+#include "app/setup_dialogs.h"
+#include "settings/settings_file.h"
+
+namespace gc40 {
+namespace {
+
+constexpr std::array<ComboRow, kLoggerSetupCombos.size()> kRows = {{{809, "GC40 Type", 810},
+                                                                    {803, "GC40 Port", 823},
+                                                                    {804, "Units", 824},
+                                                                    {805, "Audio", 825},
+                                                                    {806, "Pause Key", 826}}};
+constexpr std::size_t kPortRow = 1;
+
+}  // namespace
+
+LoggerSetupDialog::LoggerSetupDialog(QWidget* owner, LoggerContext& context)
+    : SetupDialog(owner, QStringLiteral("Logger Setup"), context.settings.portraitScreen == 1),
+      context_(context) {
+  combos_ = addComboRows(kRows, openLoggerSetup(context.settings), kPortRow, context.ports);
+  arrangeRows();
+}
+
+void LoggerSetupDialog::onOk() {
+  LoggerSetupControls controls = openLoggerSetup(context_.settings);
+  readCombos(combos_, controls);
+  acceptLoggerSetup(context_.settings, controls);
+  loadOrSaveSettings(context_.settings, context_.storage.settingsFolder(), true);
+  done(0);
+}
+
+int runLoggerSetup(QWidget* owner, LoggerContext& context) {
+  LoggerSetupDialog dialog(owner, context);
+  return dialog.exec();
+}
+
+}  // namespace gc40

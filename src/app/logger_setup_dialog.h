@@ -1,0 +1,23 @@
+#pragma once
+// Logger Setup: instrument type and port, units, audio and pause key.
+
+#include <vector>
+
+#include "app/logger_setup.h"
+#include "app/setup_dialog.h"
+
+namespace gc40 {
+
+class LoggerSetupDialog : public SetupDialog {
+ public:
+  LoggerSetupDialog(QWidget* owner, LoggerContext& context);
+
+ protected:
+  void onOk() override;
+
+ private:
+  LoggerContext& context_;
+  std::vector<QComboBox*> combos_;  // 810, 823, 824, 825, 826
+};
+
+}  // namespace gc40

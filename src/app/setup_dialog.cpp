@@ -1,0 +1,156 @@
+#include "app/setup_dialog.h"
+
+#include <QComboBox>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSignalBlocker>
+
+#include "app/main_window.h"
+#include "app/window_geometry.h"
+
+namespace gc40 {
+namespace {
+
+constexpr int kFontPixels = 14;
+constexpr int kMargin = 4;
+constexpr int kSpacing = 3;
+
+int ownerScale(QWidget* owner) {
+  const auto* main = qobject_cast<MainWindow*>(owner);
+  return main ? main->scale() : 1;
+}
+
+}  // namespace
+
+QString qText(std::string_view text) {
+  return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+void fillCombo(QComboBox* combo, const ComboBox& model) {
+  const QSignalBlocker quiet(combo);
+  combo->clear();
+  for (const std::string_view item : model.items) combo->addItem(qText(item));
+  combo->setCurrentIndex(model.selection);
+}
+
+void readCombos(std::span<QComboBox* const> combos, std::span<ComboBox> models) {
+  for (std::size_t i = 0; i < combos.size(); ++i) models[i].selection = combos[i]->currentIndex();
+}
+
+SetupDialog::SetupDialog(QWidget* owner, const QString& title, bool portrait)
+    : QDialog(owner), portrait_(portrait), scale_(ownerScale(owner)), grid_(new QGridLayout(this)) {
+  setWindowTitle(title);
+  QFont font = this->font();
+  font.setPixelSize(kFontPixels * scale_);
+  setFont(font);
+  const LayoutSize size = layoutSize(portrait ? Orientation::kPortrait : Orientation::kLandscape);
+  setFixedSize(size.width * scale_, size.height * scale_);
+  grid_->setContentsMargins(kMargin * scale_, kMargin * scale_, kMargin * scale_, kMargin * scale_);
+  grid_->setSpacing(kSpacing * scale_);
+}
+
+void SetupDialog::accept() { onOk(); }
+
+void SetupDialog::reject() {
+  onCancel();
+  done(0);
+}
+
+QLabel* SetupDialog::makeLabel(int id, const QString& text) {
+  auto* label = new QLabel(text, this);
+  label->setObjectName(QString::number(id));
+  return label;
+}
+
+QComboBox* SetupDialog::makeCombo(int id, const ComboBox& model) {
+  auto* combo = new QComboBox(this);
+  combo->setObjectName(QString::number(id));
+  fillCombo(combo, model);
+  return combo;
+}
+
+QLineEdit* SetupDialog::makeEdit(int id, const QString& text) {
+  auto* edit = new QLineEdit(text, this);
+  edit->setObjectName(QString::number(id));
+  return edit;
+}
+
+QPushButton* SetupDialog::makeButton(int id, const QString& text) {
+  auto* button = new QPushButton(text, this);
+  button->setObjectName(QString::number(id));
+  button->setAutoDefault(false);
+  return button;
+}
+
+QLabel* SetupDialog::makeDevicePath(QComboBox* portCombo, const PortMap& ports) {
+  auto* path = new QLabel(this);
+  path->setObjectName(QStringLiteral("devicePath"));
+  const auto show = [path, &ports](int index) {
+    path->setText(QString::fromStdString(devicePathFor(ports, index)));
+  };
+  show(portCombo->currentIndex());
+  connect(portCombo, &QComboBox::currentIndexChanged, path, show);
+  return path;
+}
+
+std::vector<QComboBox*> SetupDialog::addComboRows(std::span<const ComboRow> rows,
+                                                  std::span<const ComboBox> models,
+                                                  std::size_t portRow, const PortMap& ports) {
+  std::vector<QComboBox*> combos;
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    combos.push_back(makeCombo(rows[i].comboId, models[i]));
+    QLabel* note = i == portRow ? makeDevicePath(combos.back(), ports) : nullptr;
+    addRow(makeLabel(rows[i].labelId, QString::fromLatin1(rows[i].label)), combos.back(), note);
+  }
+  return combos;
+}
+
+void SetupDialog::addRow(QLabel* label, QWidget* field, QWidget* note) {
+  rows_.push_back({label, field, note});
+}
+
+void SetupDialog::addWide(QWidget* widget) { wide_.push_back(widget); }
+
+void SetupDialog::arrangeRows(int landscapeColumns) {
+  const int columns = portrait_ ? 1 : landscapeColumns;
+  const int perColumn = (static_cast<int>(rows_.size()) + columns - 1) / columns;
+  const int cellsPerColumn = portrait_ ? 2 : 3;  // label, field and, in landscape, the note
+  int lastRow = 0;
+  int row = 0;
+  for (int i = 0; i < static_cast<int>(rows_.size()); ++i) {
+    if (i % perColumn == 0) row = 0;
+    const int column = i / perColumn * cellsPerColumn;
+    const Row& entry = rows_[static_cast<std::size_t>(i)];
+    grid_->addWidget(entry.label, row, column);
+    grid_->addWidget(entry.field, row, column + 1);
+    if (entry.note) {
+      if (portrait_)
+        grid_->addWidget(entry.note, ++row, column + 1);
+      else
+        grid_->addWidget(entry.note, row, column + 2);
+    }
+    lastRow = std::max(lastRow, ++row);
+  }
+  const int span = columns * cellsPerColumn;
+  for (QWidget* widget : wide_) grid_->addWidget(widget, lastRow++, 0, 1, span);
+  addOkCancel(lastRow, span);
+}
+
+void SetupDialog::addOkCancel(int row, int columnSpan) {
+  grid_->setRowStretch(row, 1);  // spare height above the buttons
+  auto* buttons = new QHBoxLayout;
+  buttons->addStretch(1);
+  QPushButton* ok = makeButton(kIdOk, QStringLiteral("OK"));
+  ok->setDefault(true);
+  QPushButton* cancel = makeButton(kIdCancel, QStringLiteral("Cancel"));
+  buttons->addWidget(ok);
+  buttons->addWidget(cancel);
+  grid_->addLayout(buttons, row + 1, 0, 1, columnSpan);
+  connect(ok, &QPushButton::clicked, this, &SetupDialog::accept);
+  connect(cancel, &QPushButton::clicked, this, &SetupDialog::reject);
+}
+
+}  // namespace gc40
