@@ -115,28 +115,40 @@ void SetupDialog::addRow(QLabel* label, QWidget* field, QWidget* note) {
 void SetupDialog::addWide(QWidget* widget) { wide_.push_back(widget); }
 
 void SetupDialog::arrangeRows(int landscapeColumns) {
-  const int columns = portrait_ ? 1 : landscapeColumns;
-  const int perColumn = (static_cast<int>(rows_.size()) + columns - 1) / columns;
-  const int cellsPerColumn = portrait_ ? 2 : 3;  // label, field and, in landscape, the note
-  int lastRow = 0;
+  const int lastRow =
+      portrait_ || landscapeColumns == 1 ? placeBesideLabels() : placeUnderLabels(landscapeColumns);
+  const int span = grid_->columnCount();
+  int row = lastRow;
+  for (QWidget* widget : wide_) grid_->addWidget(widget, row++, 0, 1, span);
+  addOkCancel(row, span);
+}
+
+int SetupDialog::placeBesideLabels() {
   int row = 0;
-  for (int i = 0; i < static_cast<int>(rows_.size()); ++i) {
-    if (i % perColumn == 0) row = 0;
-    const int column = i / perColumn * cellsPerColumn;
-    const Row& entry = rows_[static_cast<std::size_t>(i)];
-    grid_->addWidget(entry.label, row, column);
-    grid_->addWidget(entry.field, row, column + 1);
+  for (const Row& entry : rows_) {
+    grid_->addWidget(entry.label, row, 0);
+    grid_->addWidget(entry.field, row, 1);
     if (entry.note) {
       if (portrait_)
-        grid_->addWidget(entry.note, ++row, column + 1);
+        grid_->addWidget(entry.note, ++row, 1);
       else
-        grid_->addWidget(entry.note, row, column + 2);
+        grid_->addWidget(entry.note, row, 2);
     }
-    lastRow = std::max(lastRow, ++row);
+    ++row;
   }
-  const int span = columns * cellsPerColumn;
-  for (QWidget* widget : wide_) grid_->addWidget(widget, lastRow++, 0, 1, span);
-  addOkCancel(lastRow, span);
+  return row;
+}
+
+int SetupDialog::placeUnderLabels(int columns) {
+  const int perColumn = (static_cast<int>(rows_.size()) + columns - 1) / columns;
+  for (int i = 0; i < static_cast<int>(rows_.size()); ++i) {
+    const Row& entry = rows_[static_cast<std::size_t>(i)];
+    const int row = i % perColumn * 2;
+    grid_->addWidget(entry.label, row, i / perColumn);
+    grid_->addWidget(entry.field, row + 1, i / perColumn);
+  }
+  for (int column = 0; column < columns; ++column) grid_->setColumnStretch(column, 1);
+  return perColumn * 2;
 }
 
 void SetupDialog::addOkCancel(int row, int columnSpan) {

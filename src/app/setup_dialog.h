@@ -75,8 +75,10 @@ class SetupDialog : public QDialog {
   void addRow(QLabel* label, QWidget* field, QWidget* note = nullptr);
   // A control across the whole width, after the rows.
   void addWide(QWidget* widget);
-  // Places the rows (in `landscapeColumns` columns of label and field when
-  // landscape, one column in portrait), the wide controls and OK / Cancel.
+  // Places the rows, the wide controls and OK / Cancel. Portrait has one
+  // column with each label beside its field; a landscape layout too short for
+  // that spreads the rows over `landscapeColumns` columns, each label over its
+  // field (no notes there).
   void arrangeRows(int landscapeColumns = 1);
   // OK / Cancel under whatever the dialog put in grid() itself.
   void addOkCancel(int row, int columnSpan);
@@ -88,6 +90,9 @@ class SetupDialog : public QDialog {
     QWidget* field;
     QWidget* note;
   };
+
+  int placeBesideLabels();  // these two return the first free grid row
+  int placeUnderLabels(int columns);
 
   bool portrait_;
   int scale_ = 1;

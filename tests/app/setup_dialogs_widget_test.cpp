@@ -79,10 +79,20 @@ void click(QWidget* dialog, int id) {
   if (auto* button = control<QPushButton>(dialog, id)) button->click();
 }
 
-// Leaves <name>_<layout>.png in the tests' build folder for a look.
+// Checks that no label, list or button is narrower than its text needs, and
+// leaves <name>_<layout>.png in the tests' build folder for a look.
 void screenshot(QWidget* dialog, const char* name, const Layout& layout) {
   EXPECT_FALSE(QFontInfo(dialog->font()).family().isEmpty());
   EXPECT_EQ(dialog->size(), layout.portrait ? QSize(240, 320) : QSize(320, 240));
+  for (QWidget* child : dialog->findChildren<QWidget*>()) {
+    if (!qobject_cast<QLabel*>(child) && !qobject_cast<QComboBox*>(child) &&
+        !qobject_cast<QAbstractButton*>(child))
+      continue;
+    EXPECT_GE(child->width(), child->sizeHint().width())
+        << name << " " << layout.name << " " << child->objectName().toStdString();
+    EXPECT_LE(child->geometry().right(), dialog->width()) << child->objectName().toStdString();
+    EXPECT_LE(child->geometry().bottom(), dialog->height()) << child->objectName().toStdString();
+  }
   EXPECT_TRUE(dialog->grab().toImage().save(
       QStringLiteral(GC40_TEST_OUTPUT_DIR "/%1_%2.png").arg(name, layout.name)));
 }
@@ -203,6 +213,111 @@ TEST(SetupDialogWidgets, GpsPortOkMonitorAndCancel) {
     EXPECT_EQ(context.settings.gpsStopBitsIndex, 1);
     EXPECT_EQ(savedFile(context), fileFor(context.settings));
   }
+}
+
+void typeInto(QWidget* dialog, int id, const QString& text) {
+  if (auto* edit = control<QLineEdit>(dialog, id)) edit->setText(text);
+}
+
+QString editText(QWidget* dialog, int id) {
+  const auto* edit = control<QLineEdit>(dialog, id);
+  return edit ? edit->text() : QString();
+}
+
+TEST(SetupDialogWidgets, SurveySetupModesKeepTheirIncrementsAndOkStores) {
+  testing::TestApplication<QApplication> application;
+  for (const Layout& layout : kLayouts) {
+    testing::TempFolder folder;
+    auto context = makeContext(folder, layout.portrait);
+    context.settings.stationIncrement = 2.0f;
+    context.settings.stationIncrementAuto = 2.0f;
+    context.settings.stationIncrementWheel = 0.5f;
+    const int result = runDialog(&runSurveySetup, context, [&](QDialog* dialog) {
+      EXPECT_EQ(dialog->windowTitle(), "Survey Setup");
+      const bool full = layout.portrait;
+      const std::pair<int, QString> labels[] = {{600, "GC40 Mode"},
+                                                {601, "Readings/s"},
+                                                {602, "Component"},
+                                                {603, "Dipole Mode"},
+                                                {604, "Survey Line"},
+                                                {605, full ? "Line Increment" : "Line Incr."},
+                                                {606, "Sequence"},
+                                                {607, "Direction"},
+                                                {608, full ? "Start Station" : "Start Stn."},
+                                                {609, full ? "Stn Increment" : "Stn Incr."}};
+      for (const auto& [id, text] : labels) EXPECT_EQ(textOf(dialog, id), text) << id;
+      EXPECT_EQ(itemsOf(dialog, 620), QStringList({"Auto", "Wheel", "Manual"}));
+      EXPECT_EQ(itemsOf(dialog, 622), QStringList({"Both", "Inphase"}));
+      EXPECT_EQ(itemsOf(dialog, 623), QStringList({"Vertical", "Horizontal"}));
+      EXPECT_EQ(itemsOf(dialog, 626), QStringList({"Alternate", "One Way"}));
+      EXPECT_EQ(itemsOf(dialog, 627), QStringList({"West", "South", "North", "East"}));
+      EXPECT_EQ(editText(dialog, 621), "5.00");
+      EXPECT_EQ(editText(dialog, 625), "1.00");
+      EXPECT_EQ(editText(dialog, 628), "0.000");
+      EXPECT_EQ(editText(dialog, 629), "2.000");
+      screenshot(dialog, "survey_setup", layout);
+
+      select(dialog, 620, 1);
+      EXPECT_EQ(editText(dialog, 621), "Not Available");
+      EXPECT_TRUE(control<QLineEdit>(dialog, 621)->isReadOnly());
+      EXPECT_EQ(textOf(dialog, 609), "Wheel Inc.");
+      EXPECT_EQ(editText(dialog, 629), "0.500");
+      typeInto(dialog, 629, "0");  // no increment: rewritten at once
+      EXPECT_EQ(editText(dialog, 629), "1.000");
+      select(dialog, 620, 0);
+      EXPECT_FALSE(control<QLineEdit>(dialog, 621)->isReadOnly());
+      EXPECT_EQ(textOf(dialog, 609), "Stn Increment");
+      EXPECT_EQ(editText(dialog, 629), "2.000");
+      typeInto(dialog, 621, "20");
+      select(dialog, 620, 1);
+      EXPECT_EQ(editText(dialog, 629), "1.000");
+      select(dialog, 620, 0);
+      EXPECT_EQ(editText(dialog, 621), "20.00");
+      typeInto(dialog, 629, "3.5");
+      typeInto(dialog, 624, "12N");
+      typeInto(dialog, 628, "-40");
+      select(dialog, 627, 3);
+      click(dialog, kIdOk);
+    });
+    EXPECT_EQ(result, 0);
+    const Settings& settings = context.settings;
+    EXPECT_FLOAT_EQ(settings.readingInterval, 0.05f);
+    EXPECT_EQ(settings.cyclesPerReading, 1);
+    EXPECT_EQ(settings.readingsPerSecondWhole, 11);
+    EXPECT_FLOAT_EQ(settings.stationIncrement, 3.5f);
+    EXPECT_FLOAT_EQ(settings.stationIncrementAuto, 3.5f);
+    EXPECT_FLOAT_EQ(settings.stationIncrementWheel, 0.5f);  // the dialog's copy only
+    EXPECT_EQ(settings.surveyLine, u"12N");
+    EXPECT_FLOAT_EQ(settings.surveyLineValue, 12.0f);
+    EXPECT_EQ(settings.currentStation, -40.0);
+    EXPECT_EQ(settings.lineDirection, 3);
+    EXPECT_EQ(savedFile(context), fileFor(settings));
+  }
+}
+
+TEST(SetupDialogWidgets, SurveySetupDipoleResetOutlivesCancel) {
+  testing::TestApplication<QApplication> application;
+  testing::TempFolder folder;
+  auto context = makeContext(folder, false);
+  context.settings.surveyMode = 2;
+  context.settings.dipoleMode = 2;
+  const std::string fileBefore = savedFile(context);
+  runDialog(&runSurveySetup, context, [&](QDialog* dialog) {
+    EXPECT_EQ(textOf(dialog, 601), "Sample/Rdg");
+    EXPECT_EQ(editText(dialog, 621), "10");
+    EXPECT_EQ(itemsOf(dialog, 623), QStringList({"Vertical", "Horizontal", "Both"}));
+    EXPECT_EQ(control<QComboBox>(dialog, 623)->currentIndex(), 2);
+    select(dialog, 620, 0);
+    EXPECT_EQ(context.settings.dipoleMode, 0);
+    EXPECT_EQ(itemsOf(dialog, 623), QStringList({"Vertical", "Horizontal"}));
+    EXPECT_EQ(control<QComboBox>(dialog, 623)->currentIndex(), 0);
+    select(dialog, 620, 2);
+    EXPECT_EQ(textOf(dialog, 601), "Samples/Rdg");
+    click(dialog, kIdCancel);
+  });
+  EXPECT_EQ(context.settings.dipoleMode, 0);
+  EXPECT_EQ(context.settings.surveyMode, 2);
+  EXPECT_EQ(savedFile(context), fileBefore);
 }
 
 }  // namespace
