@@ -10,6 +10,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
+#include <QTimer>
 #include <functional>
 #include <sstream>
 
@@ -88,7 +89,11 @@ void screenshot(QWidget* dialog, const char* name, const Layout& layout) {
     if (!qobject_cast<QLabel*>(child) && !qobject_cast<QComboBox*>(child) &&
         !qobject_cast<QAbstractButton*>(child))
       continue;
-    EXPECT_GE(child->width(), child->sizeHint().width())
+    // A label's trailing space may go unseen.
+    const auto* label = qobject_cast<QLabel*>(child);
+    const int needed = label ? label->fontMetrics().horizontalAdvance(label->text().trimmed())
+                             : child->sizeHint().width();
+    EXPECT_GE(child->width(), needed)
         << name << " " << layout.name << " " << child->objectName().toStdString();
     EXPECT_LE(child->geometry().right(), dialog->width()) << child->objectName().toStdString();
     EXPECT_LE(child->geometry().bottom(), dialog->height()) << child->objectName().toStdString();
@@ -97,20 +102,30 @@ void screenshot(QWidget* dialog, const char* name, const Layout& layout) {
       QStringLiteral(GC40_TEST_OUTPUT_DIR "/%1_%2.png").arg(name, layout.name)));
 }
 
-// Opens the dialog through its entry point and hands it to `drive`, which
-// must end it; returns the dialog's result.
-int runDialog(Entry entry, LoggerContext& context, const std::function<void(QDialog*)>& drive,
-              QWidget* owner = nullptr) {
-  testing::ModalScript script({[&](QWidget* modal) {
+using Drive = std::function<void(QDialog*)>;
+
+// A script step for a setup dialog (not the colour picker it opens).
+testing::ModalScript::Step onDialog(Drive drive) {
+  return [drive = std::move(drive)](QWidget* modal) {
     auto* dialog = qobject_cast<QDialog*>(modal);
     if (!dialog || qobject_cast<QColorDialog*>(modal)) return false;
     drive(dialog);
     return true;
-  }});
-  const int result = entry(owner, context);
+  };
+}
+
+// Opens the dialog through its entry point and runs the steps, which must end
+// it; returns the dialog's result.
+int runSteps(Entry entry, LoggerContext& context, std::vector<testing::ModalScript::Step> steps) {
+  testing::ModalScript script(std::move(steps));
+  const int result = entry(nullptr, context);
   EXPECT_TRUE(script.finished());
   EXPECT_FALSE(script.timedOut());
   return result;
+}
+
+int runDialog(Entry entry, LoggerContext& context, Drive drive) {
+  return runSteps(entry, context, {onDialog(std::move(drive))});
 }
 
 const QStringList kComPorts = {"COM1:", "COM2:", "COM3:", "COM4:",  "COM5:",  "COM6:",
@@ -318,6 +333,103 @@ TEST(SetupDialogWidgets, SurveySetupDipoleResetOutlivesCancel) {
   EXPECT_EQ(context.settings.dipoleMode, 0);
   EXPECT_EQ(context.settings.surveyMode, 2);
   EXPECT_EQ(savedFile(context), fileBefore);
+}
+
+// The picker runs inside the dialog's event handling, so the click is queued
+// and the picker is the script's next step.
+void clickLater(QWidget* dialog, int id) {
+  if (auto* button = control<QPushButton>(dialog, id))
+    QTimer::singleShot(0, button, [button] { button->click(); });
+}
+
+testing::ModalScript::Step onPicker(std::function<void(QColorDialog*)> drive) {
+  return [drive = std::move(drive)](QWidget* modal) {
+    auto* picker = qobject_cast<QColorDialog*>(modal);
+    if (!picker) return false;
+    EXPECT_EQ(picker->currentColor(), QColor(Qt::black));
+    drive(picker);
+    return true;
+  };
+}
+
+int pixelsOf(QWidget* widget, const QColor& colour) {
+  const QImage image = widget->grab().toImage();
+  int count = 0;
+  for (int y = 0; y < image.height(); ++y)
+    for (int x = 0; x < image.width(); ++x) count += image.pixelColor(x, y) == colour;
+  return count;
+}
+
+TEST(SetupDialogWidgets, DisplayOptionsLiveChangesCancelAndOk) {
+  testing::TestApplication<QApplication> application;
+  for (const Layout& layout : kLayouts) {
+    testing::TempFolder folder;
+    auto context = makeContext(folder, layout.portrait);
+    const Settings opened = context.settings;
+    const std::string fileBefore = savedFile(context);
+    // Cancel: the live thickness and the black of a cancelled picker go back.
+    runSteps(
+        &runDisplayOptions, context,
+        {onDialog([&](QDialog* dialog) {
+           EXPECT_EQ(dialog->windowTitle(), "Display Options");
+           const std::pair<int, QString> labels[] = {{744, "Display"},
+                                                     {745, "Color"},
+                                                     {746, "Thickness"},
+                                                     {748, "Display Grid for:"},
+                                                     {740, "Grey Grid Lines can be displayed "},
+                                                     {741, "for Conductivity or Inphase scale"}};
+           for (const auto& [id, text] : labels) EXPECT_EQ(textOf(dialog, id), text) << id;
+           const QString names[] = {"C/V", "C/H", "I/V", "I/H"};
+           for (int i = 0; i < 4; ++i) {
+             auto* check = control<QCheckBox>(dialog, 750 + i);
+             ASSERT_NE(check, nullptr);
+             EXPECT_EQ(check->text(), names[i]);
+             EXPECT_TRUE(check->isChecked());
+             EXPECT_EQ(itemsOf(dialog, 766 + i),
+                       QStringList({"1 pixel", "2 pixels", "3 pixels", "4 pixels"}));
+             EXPECT_EQ(control<QComboBox>(dialog, 766 + i)->currentIndex(), 1);
+             EXPECT_NE(control<QPushButton>(dialog, 758 + i), nullptr);
+           }
+           EXPECT_EQ(itemsOf(dialog, 775), QStringList({"Conductivity", "Inphase"}));
+           // COLORREF 0xFF0000 is blue.
+           auto* blue = control<QPushButton>(dialog, 758);
+           const int thin = pixelsOf(blue, QColor(0, 0, 255));
+           EXPECT_GT(thin, 0);
+           select(dialog, 766, 3);
+           EXPECT_EQ(context.settings.traceThickness[0], 4);
+           EXPECT_GT(pixelsOf(blue, QColor(0, 0, 255)), thin);  // the wider sample line
+           screenshot(dialog, "display_options", layout);
+           clickLater(dialog, 759);
+         }),
+         onPicker([](QColorDialog* picker) { picker->reject(); }), onDialog([&](QDialog* dialog) {
+           EXPECT_EQ(context.settings.traceColour[1], 0x000000u);
+           EXPECT_GT(pixelsOf(control<QPushButton>(dialog, 759), Qt::black), 0);
+           click(dialog, kIdCancel);
+         })});
+    EXPECT_EQ(context.settings.traceThickness, opened.traceThickness);
+    EXPECT_EQ(context.settings.traceColour, opened.traceColour);
+    EXPECT_EQ(savedFile(context), fileBefore);
+    // OK: a picked colour, visibility, grid, and the profile's traces.
+    runSteps(&runDisplayOptions, context,
+             {onDialog([&](QDialog* dialog) {
+                control<QCheckBox>(dialog, 750)->setChecked(false);
+                select(dialog, 775, 1);
+                select(dialog, 769, 0);
+                clickLater(dialog, 761);
+              }),
+              onPicker([](QColorDialog* picker) {
+                picker->setCurrentColor(QColor(0x12, 0x34, 0x56));
+                picker->accept();
+              }),
+              onDialog([&](QDialog* dialog) { click(dialog, kIdOk); })});
+    const Settings& settings = context.settings;
+    EXPECT_EQ(settings.traceColour[3], 0x563412u);
+    EXPECT_EQ(settings.traceThickness[3], 1);
+    EXPECT_EQ(settings.gridScale, 1);
+    EXPECT_EQ(settings.traceVisible, (std::array<std::int32_t, 8>{0, 1, 1, 1, 0, 0, 0, 0}));
+    EXPECT_EQ(context.profileTraces.traceOn, (std::array<std::int32_t, 8>{0, 0, 1, 0, 0, 0, 0, 0}));
+    EXPECT_EQ(savedFile(context), fileFor(settings));
+  }
 }
 
 }  // namespace
