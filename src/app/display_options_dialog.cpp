@@ -9,7 +9,6 @@
 #include "app/colour_button.h"
 #include "app/setup_dialogs.h"
 #include "settings/setting_choices.h"
-#include "settings/settings_file.h"
 
 namespace gc40 {
 namespace {
@@ -86,15 +85,14 @@ void DisplayOptionsView::onOk() {
     controls.traceVisible[i] = visible_[i]->isChecked();
   controls.gridScale = grid_->currentIndex();
   context_.profileTraces = acceptDisplayOptions(context_.settings, controls);
-  loadOrSaveSettings(context_.settings, context_.storage.settingsFolder(), true);
+  saveSettings(context_);
   done(0);
 }
 
 void DisplayOptionsView::onCancel() { cancelDisplayOptions(context_.settings, model_.backup); }
 
 int runDisplayOptions(QWidget* owner, LoggerContext& context) {
-  DisplayOptionsView dialog(owner, context);
-  return dialog.exec();
+  return runModal<DisplayOptionsView>(owner, context);
 }
 
 }  // namespace gc40

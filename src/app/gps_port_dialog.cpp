@@ -4,7 +4,6 @@
 
 #include "app/gps_port_model.h"
 #include "app/setup_dialogs.h"
-#include "settings/settings_file.h"
 
 namespace gc40 {
 namespace {
@@ -37,14 +36,12 @@ void GpsPortDialog::finish(bool monitor) {
   readCombos(combos_, controls);
   const GpsPortOutcome outcome = monitor ? monitorGpsOutput(context_.settings, controls)
                                          : acceptGpsPortSetup(context_.settings, controls);
-  if (outcome.saveSettings)
-    loadOrSaveSettings(context_.settings, context_.storage.settingsFolder(), true);
+  if (outcome.saveSettings) saveSettings(context_);
   done(outcome.result);
 }
 
 int runGpsPortSetup(QWidget* owner, LoggerContext& context) {
-  GpsPortDialog dialog(owner, context);
-  return dialog.exec();
+  return runModal<GpsPortDialog>(owner, context);
 }
 
 }  // namespace gc40

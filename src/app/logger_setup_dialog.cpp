@@ -2,7 +2,6 @@
 
 #include "app/logger_setup_model.h"
 #include "app/setup_dialogs.h"
-#include "settings/settings_file.h"
 
 namespace gc40 {
 namespace {
@@ -27,13 +26,12 @@ void LoggerSetupDialog::onOk() {
   LoggerSetupControls controls = openLoggerSetup(context_.settings);
   readCombos(combos_, controls);
   acceptLoggerSetup(context_.settings, controls);
-  loadOrSaveSettings(context_.settings, context_.storage.settingsFolder(), true);
+  saveSettings(context_);
   done(0);
 }
 
 int runLoggerSetup(QWidget* owner, LoggerContext& context) {
-  LoggerSetupDialog dialog(owner, context);
-  return dialog.exec();
+  return runModal<LoggerSetupDialog>(owner, context);
 }
 
 }  // namespace gc40

@@ -10,6 +10,7 @@
 
 #include "app/main_window.h"
 #include "app/window_geometry.h"
+#include "settings/settings_file.h"
 
 namespace gc40 {
 namespace {
@@ -34,6 +35,10 @@ void fillCombo(QComboBox* combo, const ComboBox& model) {
   combo->clear();
   for (const std::string_view item : model.items) combo->addItem(qText(item));
   combo->setCurrentIndex(model.selection);
+}
+
+void saveSettings(LoggerContext& context) {
+  loadOrSaveSettings(context.settings, context.storage.settingsFolder(), true);
 }
 
 void readCombos(std::span<QComboBox* const> combos, std::span<ComboBox> models) {

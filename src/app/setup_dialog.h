@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "app/combo_selection.h"
+#include "app/logger_setup.h"
 #include "platform/port_map.h"
 
 class QComboBox;
@@ -29,6 +30,10 @@ QString qText(std::string_view text);
 // Replaces the list's items and selects the model's item (none for
 // kNoSelection), without raising the list's change notice.
 void fillCombo(QComboBox* combo, const ComboBox& model);
+
+// What every OK does last: the settings file is rewritten. A failed write is
+// not reported; the settings stay in force for this run.
+void saveSettings(LoggerContext& context);
 
 // Each list's current selection into its model, kNoSelection when none.
 void readCombos(std::span<QComboBox* const> combos, std::span<ComboBox> models);
@@ -100,5 +105,12 @@ class SetupDialog : public QDialog {
   std::vector<Row> rows_;
   std::vector<QWidget*> wide_;
 };
+
+// An entry point of setup_dialogs.h: the dialog, modal, and its result.
+template <typename Dialog>
+int runModal(QWidget* owner, LoggerContext& context) {
+  Dialog dialog(owner, context);
+  return dialog.exec();
+}
 
 }  // namespace gc40

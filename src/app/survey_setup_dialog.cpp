@@ -6,7 +6,6 @@
 
 #include "app/setup_dialogs.h"
 #include "settings/setting_choices.h"
-#include "settings/settings_file.h"
 
 namespace gc40 {
 namespace {
@@ -96,13 +95,12 @@ void SurveySetupView::onOk() {
   values.startStation = startStation_->text().toStdU16String();
   values.stationIncrement = increment_->text().toStdU16String();
   acceptSurveySetup(context_.settings, values);
-  loadOrSaveSettings(context_.settings, context_.storage.settingsFolder(), true);
+  saveSettings(context_);
   done(0);
 }
 
 int runSurveySetup(QWidget* owner, LoggerContext& context) {
-  SurveySetupView dialog(owner, context);
-  return dialog.exec();
+  return runModal<SurveySetupView>(owner, context);
 }
 
 }  // namespace gc40

@@ -65,6 +65,12 @@ QString textOf(QWidget* dialog, int id) {
   return label ? label->text() : QString();
 }
 
+using Texts = std::vector<std::pair<int, QString>>;
+
+void expectLabels(QWidget* dialog, const Texts& labels) {
+  for (const auto& [id, text] : labels) EXPECT_EQ(textOf(dialog, id), text) << id;
+}
+
 QStringList itemsOf(QWidget* dialog, int id) {
   QStringList items;
   if (auto* combo = control<QComboBox>(dialog, id))
@@ -116,16 +122,17 @@ testing::ModalScript::Step onDialog(Drive drive) {
 
 // Opens the dialog through its entry point and runs the steps, which must end
 // it; returns the dialog's result.
-int runSteps(Entry entry, LoggerContext& context, std::vector<testing::ModalScript::Step> steps) {
+int runSteps(Entry entry, LoggerContext& context, std::vector<testing::ModalScript::Step> steps,
+             QWidget* owner = nullptr) {
   testing::ModalScript script(std::move(steps));
-  const int result = entry(nullptr, context);
+  const int result = entry(owner, context);
   EXPECT_TRUE(script.finished());
   EXPECT_FALSE(script.timedOut());
   return result;
 }
 
-int runDialog(Entry entry, LoggerContext& context, Drive drive) {
-  return runSteps(entry, context, {onDialog(std::move(drive))});
+int runDialog(Entry entry, LoggerContext& context, Drive drive, QWidget* owner = nullptr) {
+  return runSteps(entry, context, {onDialog(std::move(drive))}, owner);
 }
 
 const QStringList kComPorts = {"COM1:", "COM2:", "COM3:", "COM4:",  "COM5:",  "COM6:",
@@ -139,11 +146,11 @@ TEST(SetupDialogWidgets, LoggerSetupListsPathAndOk) {
     context.settings.pauseKey = 2;  // chosen in landscape; portrait offers "any key" alone
     const int result = runDialog(&runLoggerSetup, context, [&](QDialog* dialog) {
       EXPECT_EQ(dialog->windowTitle(), "Logger Setup");
-      EXPECT_EQ(textOf(dialog, 809), "GC40 Type");
-      EXPECT_EQ(textOf(dialog, 803), "GC40 Port");
-      EXPECT_EQ(textOf(dialog, 804), "Units");
-      EXPECT_EQ(textOf(dialog, 805), "Audio");
-      EXPECT_EQ(textOf(dialog, 806), "Pause Key");
+      expectLabels(dialog, {{809, "GC40 Type"},
+                            {803, "GC40 Port"},
+                            {804, "Units"},
+                            {805, "Audio"},
+                            {806, "Pause Key"}});
       EXPECT_EQ(itemsOf(dialog, 810), QStringList({"Standard", "Short"}));
       EXPECT_EQ(itemsOf(dialog, 823), kComPorts);
       EXPECT_EQ(itemsOf(dialog, 824), QStringList({"meters", "feet"}));
@@ -172,6 +179,24 @@ TEST(SetupDialogWidgets, LoggerSetupListsPathAndOk) {
   }
 }
 
+TEST(SetupDialogWidgets, ScaledLikeTheMainWindow) {
+  testing::TestApplication<QApplication> application;
+  testing::TempFolder folder;
+  auto context = makeContext(folder, true);
+  context.options.orientation = Orientation::kPortrait;
+  context.options.scale = 2;
+  MainWindow window(context);
+  runDialog(
+      &runSurveySetup, context,
+      [](QDialog* dialog) {
+        EXPECT_EQ(dialog->size(), QSize(480, 640));
+        EXPECT_EQ(dialog->font().pixelSize(), 28);
+        EXPECT_EQ(control<QLabel>(dialog, 605)->text(), "Line Increment");
+        dialog->reject();
+      },
+      &window);
+}
+
 TEST(SetupDialogWidgets, GpsPortOkMonitorAndCancel) {
   testing::TestApplication<QApplication> application;
   for (const Layout& layout : kLayouts) {
@@ -181,12 +206,12 @@ TEST(SetupDialogWidgets, GpsPortOkMonitorAndCancel) {
     // Monitor GPS Output: stored, not saved, result 1.
     int result = runDialog(&runGpsPortSetup, context, [&](QDialog* dialog) {
       EXPECT_EQ(dialog->windowTitle(), "Set GPS Port");
-      EXPECT_EQ(textOf(dialog, 700), "GPS Input");
-      EXPECT_EQ(textOf(dialog, 701), "Serial Port");
-      EXPECT_EQ(textOf(dialog, 702), "Baud Rate");
-      EXPECT_EQ(textOf(dialog, 703), "Parity");
-      EXPECT_EQ(textOf(dialog, 704), "Data Bits");
-      EXPECT_EQ(textOf(dialog, 705), "Stop Bits");
+      expectLabels(dialog, {{700, "GPS Input"},
+                            {701, "Serial Port"},
+                            {702, "Baud Rate"},
+                            {703, "Parity"},
+                            {704, "Data Bits"},
+                            {705, "Stop Bits"}});
       EXPECT_EQ(itemsOf(dialog, 720), QStringList({"Disabled", "Enabled"}));
       EXPECT_EQ(itemsOf(dialog, 721), kComPorts);
       EXPECT_EQ(itemsOf(dialog, 722),
@@ -250,17 +275,16 @@ TEST(SetupDialogWidgets, SurveySetupModesKeepTheirIncrementsAndOkStores) {
     const int result = runDialog(&runSurveySetup, context, [&](QDialog* dialog) {
       EXPECT_EQ(dialog->windowTitle(), "Survey Setup");
       const bool full = layout.portrait;
-      const std::pair<int, QString> labels[] = {{600, "GC40 Mode"},
-                                                {601, "Readings/s"},
-                                                {602, "Component"},
-                                                {603, "Dipole Mode"},
-                                                {604, "Survey Line"},
-                                                {605, full ? "Line Increment" : "Line Incr."},
-                                                {606, "Sequence"},
-                                                {607, "Direction"},
-                                                {608, full ? "Start Station" : "Start Stn."},
-                                                {609, full ? "Stn Increment" : "Stn Incr."}};
-      for (const auto& [id, text] : labels) EXPECT_EQ(textOf(dialog, id), text) << id;
+      expectLabels(dialog, {{600, "GC40 Mode"},
+                            {601, "Readings/s"},
+                            {602, "Component"},
+                            {603, "Dipole Mode"},
+                            {604, "Survey Line"},
+                            {605, full ? "Line Increment" : "Line Incr."},
+                            {606, "Sequence"},
+                            {607, "Direction"},
+                            {608, full ? "Start Station" : "Start Stn."},
+                            {609, full ? "Stn Increment" : "Stn Incr."}});
       EXPECT_EQ(itemsOf(dialog, 620), QStringList({"Auto", "Wheel", "Manual"}));
       EXPECT_EQ(itemsOf(dialog, 622), QStringList({"Both", "Inphase"}));
       EXPECT_EQ(itemsOf(dialog, 623), QStringList({"Vertical", "Horizontal"}));
@@ -372,13 +396,12 @@ TEST(SetupDialogWidgets, DisplayOptionsLiveChangesCancelAndOk) {
         &runDisplayOptions, context,
         {onDialog([&](QDialog* dialog) {
            EXPECT_EQ(dialog->windowTitle(), "Display Options");
-           const std::pair<int, QString> labels[] = {{744, "Display"},
-                                                     {745, "Color"},
-                                                     {746, "Thickness"},
-                                                     {748, "Display Grid for:"},
-                                                     {740, "Grey Grid Lines can be displayed "},
-                                                     {741, "for Conductivity or Inphase scale"}};
-           for (const auto& [id, text] : labels) EXPECT_EQ(textOf(dialog, id), text) << id;
+           expectLabels(dialog, {{744, "Display"},
+                                 {745, "Color"},
+                                 {746, "Thickness"},
+                                 {748, "Display Grid for:"},
+                                 {740, "Grey Grid Lines can be displayed "},
+                                 {741, "for Conductivity or Inphase scale"}});
            const QString names[] = {"C/V", "C/H", "I/V", "I/H"};
            for (int i = 0; i < 4; ++i) {
              auto* check = control<QCheckBox>(dialog, 750 + i);
