@@ -421,6 +421,14 @@ TEST(SetupDialogWidgets, DisplayOptionsLiveChangesCancelAndOk) {
            select(dialog, 766, 3);
            EXPECT_EQ(context.settings.traceThickness[0], 4);
            EXPECT_GT(pixelsOf(blue, QColor(0, 0, 255)), thin);  // the wider sample line
+           const QImage up = blue->grab().toImage();
+           blue->setDown(true);  // pressed: the sample line slants
+           const QImage down = blue->grab().toImage();
+           const int above = down.height() / 2 - 4;  // raised at the start, lowered at the end
+           EXPECT_NE(up.pixelColor(8, above), QColor(0, 0, 255));
+           EXPECT_EQ(down.pixelColor(8, above), QColor(0, 0, 255));
+           EXPECT_NE(down.pixelColor(down.width() - 10, above), QColor(0, 0, 255));
+           blue->setDown(false);
            screenshot(dialog, "display_options", layout);
            clickLater(dialog, 759);
          }),
