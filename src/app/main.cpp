@@ -8,6 +8,7 @@
 
 #include "app/command_line.h"
 #include "app/logger_setup.h"
+#include "app/main_commands.h"
 #include "app/main_window.h"
 #include "platform/keep_alive.h"
 #include "platform/single_instance.h"
@@ -55,6 +56,7 @@ int runLogger(int argc, char** argv) {
   gc40::KeepAlive keepAlive;
   keepAlive.start();
   gc40::MainWindow window(context);
+  gc40::MainCommands commands(window);
   QObject::connect(&instance, &gc40::SingleInstance::raiseRequested, &window,
                    &gc40::MainWindow::bringToFront);
   window.show();

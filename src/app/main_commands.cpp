@@ -1,0 +1,74 @@
+#include "app/main_commands.h"
+
+#include <QMessageBox>
+
+#include "app/main_window.h"
+#include "app/profile_setup.h"
+#include "app/run_start.h"
+#include "app/setup_dialogs.h"
+#include "app/view_files_screen.h"
+#include "instrument/serial_ports.h"
+
+namespace gc40 {
+
+MainCommands::MainCommands(MainWindow& window)
+    : QObject(&window), window_(window), viewFiles_(new ViewFilesScreen(&window)) {
+  connect(&window, &MainWindow::commandChosen, this, &MainCommands::carryOut);
+}
+
+void MainCommands::carryOut(MainCommand command) {
+  LoggerContext& context = window_.context();
+  switch (command) {
+    case MainCommand::kMonitorLog:
+      startMonitorLog();
+      break;
+    case MainCommand::kSurveySetup:
+      runSurveySetup(&window_, context);
+      break;
+    case MainCommand::kLoggerSetup:
+      runLoggerSetup(&window_, context);
+      window_.setFocus();
+      break;
+    case MainCommand::kSetGpsPort:
+      // A result of 1 ("Monitor GPS Output") opens the Monitor GPS screen,
+      // which comes with the GPS work.
+      runGpsPortSetup(&window_, context);
+      break;
+    case MainCommand::kDisplayOptions:
+      runDisplayOptions(&window_, context);
+      break;
+    case MainCommand::kViewFiles:
+      viewFiles_->showOverMainWindow();
+      return;
+    case MainCommand::kExit:
+      window_.close();
+      return;
+  }
+  window_.update();
+}
+
+// The run start as far as the instrument port. The logging screen that takes
+// the port over comes with the logging work; until then a port that opened is
+// closed again and the run counts as ended, so the keys work again.
+void MainCommands::startMonitorLog() {
+  LoggerContext& context = window_.context();
+  context.profileTraces = setupProfileTraces(context.settings);
+  if (portsConflict(context.settings)) {
+    QMessageBox box(QMessageBox::NoIcon, QString::fromLatin1(kSerialPortCaption),
+                    QString::fromLatin1(kSamePortAssignedText), QMessageBox::Ok, &window_);
+    box.exec();
+    return;
+  }
+  // Keys stay dead after a failed open while clicks still work, until a run
+  // ends normally.
+  window_.setKeysActive(true);
+  SerialPortOpening opening = openInstrumentPort(context.settings, context.ports);
+  if (!opening.port) {
+    showSerialPortFailure(&window_, kCannotOpenInstrumentPort, opening.failure);
+    return;
+  }
+  opening.port->close();
+  window_.setKeysActive(false);
+}
+
+}  // namespace gc40

@@ -1,0 +1,31 @@
+#pragma once
+// Carries out the main menu's commands other than Exit: a Monitor/Log run
+// start, the four setup dialogs and the View Files screen.
+
+#include <QObject>
+
+#include "app/main_menu.h"
+
+namespace gc40 {
+
+class MainWindow;
+class ViewFilesScreen;
+
+class MainCommands : public QObject {
+  Q_OBJECT
+
+ public:
+  // Listens to the window's commands; lives as long as the window.
+  explicit MainCommands(MainWindow& window);
+
+  void carryOut(MainCommand command);
+
+ private:
+  void startMonitorLog();
+  void showViewFiles();
+
+  MainWindow& window_;
+  ViewFilesScreen* viewFiles_ = nullptr;
+};
+
+}  // namespace gc40
