@@ -43,6 +43,8 @@ bool applyFlag(std::string_view argument, CommandLine& options) {
     options.orientation = Orientation::kPortrait;
   } else if (argument == "--landscape") {
     options.orientation = Orientation::kLandscape;
+  } else if (argument == "--simulate") {
+    options.simulate = true;
   } else {
     return false;
   }
@@ -109,6 +111,8 @@ std::string usageText() {
          "                      (the lasting map is DIR/FLDINI/PORTS.INI); repeatable\n"
          "  --raw-log DIR       copy every byte each serial port delivers to a file\n"
          "                      in DIR (one file per port and run)\n"
+         "  --simulate          read a simulated instrument (gc40-sim) instead of the\n"
+         "                      configured port, whichever port that is\n"
          "  --landscape         320 x 240 layout (the default)\n"
          "  --portrait          240 x 320 layout\n"
          "  --scale N           draw the window N times its layout size (1..8)\n"

@@ -22,6 +22,7 @@ struct CommandLine {
   Orientation orientation = Orientation::kLandscape;
   std::optional<int> scale;                           // whole factor, 1..kMaxWindowScale
   std::optional<std::filesystem::path> rawLogFolder;  // --raw-log: capture port bytes here
+  bool simulate = false;  // the instrument is gc40-sim on a pseudo-terminal
   bool help = false;
   bool version = false;
 };

@@ -19,7 +19,8 @@ struct LoggerContext {
   StorageRoot storage;
   Settings settings;
   PortMap ports;
-  ProfileTraces profileTraces;  // which traces the live profile draws
+  ProfileTraces profileTraces;          // which traces the live profile draws
+  std::string simulatedInstrumentPath;  // --simulate: the simulator's port, else empty
 };
 
 struct SetupError {

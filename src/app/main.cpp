@@ -10,6 +10,7 @@
 #include "app/logger_setup.h"
 #include "app/main_commands.h"
 #include "app/main_window.h"
+#include "app/simulated_instrument.h"
 #include "platform/keep_alive.h"
 #include "platform/single_instance.h"
 #include "platform/storage.h"
@@ -52,6 +53,15 @@ int runLogger(int argc, char** argv) {
     return 1;
   }
   auto& context = std::get<gc40::LoggerContext>(prepared);
+  gc40::SimulatedInstrument simulator;
+  if (options.simulate) {
+    std::string error;
+    if (!simulator.start(&error)) {
+      std::cerr << "gc40: --simulate: " << error << "\n";
+      return 1;
+    }
+    context.simulatedInstrumentPath = simulator.devicePath();
+  }
 
   gc40::KeepAlive keepAlive;
   keepAlive.start();

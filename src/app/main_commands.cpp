@@ -62,6 +62,8 @@ void MainCommands::startMonitorLog() {
   // Keys stay dead after a failed open while clicks still work, until a run
   // ends normally.
   window_.setKeysActive(true);
+  if (!context.simulatedInstrumentPath.empty())
+    mapSimulatedInstrument(context.simulatedInstrumentPath, context.settings, context.ports);
   SerialPortOpening opening = openInstrumentPort(context.settings, context.ports);
   if (!opening.port) {
     showSerialPortFailure(&window_, kCannotOpenInstrumentPort, opening.failure);

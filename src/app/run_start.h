@@ -1,6 +1,9 @@
 #pragma once
 // The checks that come before a Monitor/Log run touches a port.
 
+#include <string>
+
+#include "platform/port_map.h"
 #include "settings/settings.h"
 
 namespace gc40 {
@@ -10,5 +13,10 @@ inline constexpr char kSamePortAssignedText[] = "Same Port Assigned";
 // The instrument and an enabled GPS receiver cannot share one port; with GPS
 // disabled the GPS port number does not matter.
 bool portsConflict(const Settings& settings);
+
+// In a simulated run the instrument port, whichever the settings name, leads
+// to the simulator. An index that names no port is left to fail as usual.
+void mapSimulatedInstrument(const std::string& devicePath, const Settings& settings,
+                            PortMap& ports);
 
 }  // namespace gc40
