@@ -45,6 +45,8 @@ bool applyFlag(std::string_view argument, CommandLine& options) {
     options.orientation = Orientation::kLandscape;
   } else if (argument == "--simulate") {
     options.simulate = true;
+  } else if (argument == "--control") {
+    options.remoteControl = true;
   } else {
     return false;
   }
@@ -113,6 +115,9 @@ std::string usageText() {
          "                      in DIR (one file per port and run)\n"
          "  --simulate          read a simulated instrument (gc40-sim) instead of the\n"
          "                      configured port, whichever port that is\n"
+         "  --control           take key presses from standard input and name each\n"
+         "                      window that comes to the front on standard output\n"
+         "                      (for scripted runs and whole-program tests)\n"
          "  --landscape         320 x 240 layout (the default)\n"
          "  --portrait          240 x 320 layout\n"
          "  --scale N           draw the window N times its layout size (1..8)\n"

@@ -23,6 +23,7 @@ struct CommandLine {
   std::optional<int> scale;                           // whole factor, 1..kMaxWindowScale
   std::optional<std::filesystem::path> rawLogFolder;  // --raw-log: capture port bytes here
   bool simulate = false;  // the instrument is gc40-sim on a pseudo-terminal
+  bool remoteControl = false;  // --control: keys from standard input, for scripted runs
   bool help = false;
   bool version = false;
 };

@@ -12,6 +12,7 @@
 #include "app/main_window.h"
 #include "app/simulated_instrument.h"
 #include "platform/keep_alive.h"
+#include "platform/remote_control.h"
 #include "platform/single_instance.h"
 #include "platform/storage.h"
 
@@ -69,6 +70,8 @@ int runLogger(int argc, char** argv) {
   gc40::MainCommands commands(window);
   QObject::connect(&instance, &gc40::SingleInstance::raiseRequested, &window,
                    &gc40::MainWindow::bringToFront);
+  std::optional<gc40::RemoteControl> control;
+  if (options.remoteControl) control.emplace();
   window.show();
   return application.exec();
 }

@@ -12,17 +12,17 @@ namespace gc40 {
 namespace {
 
 TEST(CommandLine, OptionsInBothSpellingsAndErrorsThatNameTheArgument) {
-  const std::vector<std::string_view> args{
-      "--storage",       "/media/card",           "--port",
-      "COM1=/dev/pts/7", "--port=COM2:=/tmp/gps", "--portrait",
-      "--scale=3",       "--raw-log=/tmp/caps",   "--simulate"};
+  const std::vector<std::string_view> args{"--storage",       "/media/card",           "--port",
+                                           "COM1=/dev/pts/7", "--port=COM2:=/tmp/gps", "--portrait",
+                                           "--scale=3",       "--raw-log=/tmp/caps",   "--simulate",
+                                           "--control"};
   const auto options = std::get<CommandLine>(parseCommandLine(args));
   EXPECT_EQ(options.storage, std::filesystem::path("/media/card"));
   EXPECT_EQ(options.portOverrides.at(1).path, "/tmp/gps");
   EXPECT_EQ(options.orientation, Orientation::kPortrait);
   EXPECT_EQ(options.scale, 3);
   EXPECT_EQ(options.rawLogFolder, std::filesystem::path("/tmp/caps"));
-  EXPECT_TRUE(options.simulate);
+  EXPECT_TRUE(options.simulate && options.remoteControl);
   for (const auto& [bad, named] :
        std::vector<std::pair<std::vector<std::string_view>, std::string>>{
            {{"--storage"}, "--storage needs"},

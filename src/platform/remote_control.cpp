@@ -1,0 +1,122 @@
+#include "platform/remote_control.h"
+
+#include <unistd.h>
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QKeyEvent>
+#include <QWidget>
+#include <cstdio>
+
+namespace gc40 {
+namespace {
+
+constexpr int kFrontWatchMs = 20;
+
+// The window that takes the operator's input now: the modal dialog or box in
+// front, else the active window, else the first visible one.
+QWidget* frontWindow() {
+  if (QWidget* modal = QApplication::activeModalWidget()) return modal;
+  if (QWidget* active = QApplication::activeWindow()) return active;
+  for (QWidget* widget : QApplication::topLevelWidgets())
+    if (widget->isVisible()) return widget;
+  return nullptr;
+}
+
+QWidget* keyTarget() {
+  QWidget* front = frontWindow();
+  if (!front) return nullptr;
+  QWidget* focus = QApplication::focusWidget();
+  return focus && focus->window() == front ? focus : front;
+}
+
+struct NamedKey {
+  const char* name;
+  Qt::Key key;
+  const char* text;
+};
+
+constexpr NamedKey kNamedKeys[] = {
+    {"Return", Qt::Key_Return, "\r"}, {"Escape", Qt::Key_Escape, "\x1b"},
+    {"Tab", Qt::Key_Tab, "\t"},       {"Space", Qt::Key_Space, " "},
+    {"Left", Qt::Key_Left, ""},       {"Right", Qt::Key_Right, ""},
+    {"Up", Qt::Key_Up, ""},           {"Down", Qt::Key_Down, ""},
+    {"Shift", Qt::Key_Shift, ""},
+};
+
+void postKey(QWidget* target, int key, const QString& text) {
+  const Qt::KeyboardModifiers modifiers =
+      !text.isEmpty() && text[0].isUpper() ? Qt::ShiftModifier : Qt::NoModifier;
+  QCoreApplication::postEvent(target, new QKeyEvent(QEvent::KeyPress, key, modifiers, text));
+  QCoreApplication::postEvent(target, new QKeyEvent(QEvent::KeyRelease, key, modifiers, text));
+}
+
+void postCharacter(QWidget* target, QChar character) {
+  postKey(target, QKeySequence(QString(character).toUpper())[0].key(), character);
+}
+
+void pressKey(const QString& name) {
+  QWidget* target = keyTarget();
+  if (!target) return;
+  for (const NamedKey& named : kNamedKeys) {
+    if (name == QLatin1String(named.name)) return postKey(target, named.key, named.text);
+  }
+  if (name.size() == 1) postCharacter(target, name[0]);
+}
+
+void typeText(const QString& text) {
+  if (QWidget* target = keyTarget())
+    for (const QChar character : text) postCharacter(target, character);
+}
+
+void clickButton(const QString& id) {
+  QWidget* front = frontWindow();
+  if (!front) return;
+  for (QAbstractButton* button : front->findChildren<QAbstractButton*>(id))
+    if (button->isVisible()) return button->click();
+}
+
+}  // namespace
+
+RemoteControl::RemoteControl(QObject* parent)
+    : QObject(parent), input_(STDIN_FILENO, QSocketNotifier::Read) {
+  connect(&input_, &QSocketNotifier::activated, this, &RemoteControl::readCommands);
+  connect(&frontWatch_, &QTimer::timeout, this, &RemoteControl::reportFront);
+  frontWatch_.start(kFrontWatchMs);
+}
+
+void RemoteControl::readCommands() {
+  char chunk[512];
+  const ssize_t got = ::read(STDIN_FILENO, chunk, sizeof chunk);
+  if (got <= 0) {
+    input_.setEnabled(false);  // the script has ended; the operator carries on
+    return;
+  }
+  buffered_ += QString::fromUtf8(chunk, int(got));
+  for (qsizetype end; (end = buffered_.indexOf('\n')) >= 0;) {
+    const QString line = buffered_.left(end).trimmed();
+    buffered_.remove(0, end + 1);
+    runCommand(line);
+  }
+}
+
+void RemoteControl::runCommand(const QString& line) {
+  const QString verb = line.section(' ', 0, 0);
+  const QString argument = line.section(' ', 1);
+  if (verb == "key") pressKey(argument);
+  if (verb == "text") typeText(argument);
+  if (verb == "click") clickButton(argument);
+}
+
+void RemoteControl::reportFront() {
+  const QWidget* front = frontWindow();
+  const QString title = front ? front->windowTitle() : QString();
+  if (reportedOnce_ && title == lastFront_) return;
+  reportedOnce_ = true;
+  lastFront_ = title;
+  const QByteArray line = (title.isEmpty() ? QString("front\n") : "front " + title + "\n").toUtf8();
+  std::fwrite(line.constData(), 1, std::size_t(line.size()), stdout);
+  std::fflush(stdout);
+}
+
+}  // namespace gc40

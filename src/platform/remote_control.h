@@ -1,0 +1,39 @@
+#pragma once
+// Scripted runs of the whole program (--control): key presses, typed text and
+// button clicks come in on standard input, one command a line, and each time
+// the window in front changes its title goes out on standard output. The
+// whole-program tests drive gc40 through this, exactly as an operator's keys
+// would.
+//
+//   key L | key l | key Return | key Escape | key Tab | key Space | key Left ...
+//   text LINE7          typed into the widget that has the focus
+//   click 460           the visible button with that id in the window in front
+//
+// Out: "front TITLE" whenever the window in front (a dialog or message box, or
+// else the main window) changes; "front" alone when no window is in front.
+
+#include <QObject>
+#include <QSocketNotifier>
+#include <QString>
+#include <QTimer>
+
+namespace gc40 {
+
+class RemoteControl : public QObject {
+  Q_OBJECT
+ public:
+  explicit RemoteControl(QObject* parent = nullptr);
+
+ private:
+  void readCommands();
+  void runCommand(const QString& line);
+  void reportFront();
+
+  QSocketNotifier input_;
+  QTimer frontWatch_;
+  QString buffered_;
+  QString lastFront_;
+  bool reportedOnce_ = false;
+};
+
+}  // namespace gc40
