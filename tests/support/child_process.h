@@ -1,7 +1,7 @@
 #pragma once
-// A program started for a test (the simulator, a bus, a tool): its standard
-// output comes back through a pipe, and it is always stopped and reaped, even
-// when the test fails half-way.
+// A program started for a test (the simulator, a bus, a tool, gc40 itself):
+// its standard input and output are pipes, and it is always stopped and
+// reaped, even when the test fails half-way.
 
 #include <fcntl.h>
 #include <poll.h>
@@ -33,10 +33,11 @@ class ChildProcess {
   // Standard error goes to `errorFile` when given, else stays the test's.
   ChildProcess(const std::string& binary, const std::vector<std::string>& arguments,
                const std::optional<std::filesystem::path>& errorFile = std::nullopt) {
-    int pipeEnds[2];
-    if (pipe2(pipeEnds, O_CLOEXEC) != 0) return;
+    int pipeEnds[2], inputEnds[2];
+    if (pipe2(pipeEnds, O_CLOEXEC) != 0 || pipe2(inputEnds, O_CLOEXEC) != 0) return;
     pid_ = fork();
     if (pid_ == 0) {
+      dup2(inputEnds[0], STDIN_FILENO);
       dup2(pipeEnds[1], STDOUT_FILENO);
       if (errorFile) dup2(open(errorFile->c_str(), O_WRONLY | O_CREAT, 0644), STDERR_FILENO);
       std::vector<char*> argv{const_cast<char*>(binary.c_str())};
@@ -47,17 +48,26 @@ class ChildProcess {
       _exit(127);
     }
     close(pipeEnds[1]);
+    close(inputEnds[0]);
     output_ = pipeEnds[0];
+    input_ = inputEnds[1];
   }
   ChildProcess(const ChildProcess&) = delete;
   ChildProcess& operator=(const ChildProcess&) = delete;
   ~ChildProcess() {
     if (pid_ > 0) kill(pid_, SIGKILL), waitpid(pid_, nullptr, 0);
     if (output_ >= 0) close(output_);
+    if (input_ >= 0) close(input_);
   }
 
   pid_t pid() const { return pid_; }
   int outputFd() const { return output_; }
+
+  // Writes `text` to its standard input.
+  bool send(const std::string& text) const {
+    ::signal(SIGPIPE, SIG_IGN);  // a child that has gone is a failed send, not a dead test
+    return input_ >= 0 && write(input_, text.data(), text.size()) == ssize_t(text.size());
+  }
 
   // The next line of standard output, or nullopt when none came in time.
   std::optional<std::string> readLine(std::chrono::milliseconds timeout) {
@@ -124,6 +134,7 @@ class ChildProcess {
 
   pid_t pid_ = -1;
   int output_ = -1;
+  int input_ = -1;
   std::string buffered_;
 };
 
