@@ -9,12 +9,11 @@
 
 #include <QApplication>
 #include <QTest>
-#include <sstream>
 
 #include "app/main_window.h"
 #include "app/view_files_screen.h"
 #include "support/modal_script.h"
-#include "support/temp_folder.h"
+#include "support/prepared_logger.h"
 #include "support/test_application.h"
 
 namespace gc40 {
@@ -25,11 +24,7 @@ using Box = std::pair<QString, QString>;  // caption, text; empty when none show
 class MainCommandsTest : public ::testing::Test {
  protected:
   MainCommandsTest() {
-    CommandLine options;
-    options.storage = folder.path();
-    options.scale = 1;
-    std::ostringstream warnings;
-    context = std::get<LoggerContext>(prepareLogger(options, nullptr, warnings));
+    context = testing::preparedLogger(folder, Orientation::kLandscape, 1);
     window.emplace(context);
     commands = new MainCommands(*window);
     window->show();

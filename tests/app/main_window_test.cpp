@@ -6,28 +6,17 @@
 #include <QImage>
 #include <QTest>
 #include <QTimer>
-#include <sstream>
 #include <vector>
 
 #include "app/title_screen_layout.h"
 #include "support/modal_script.h"
-#include "support/temp_folder.h"
+#include "support/prepared_logger.h"
 #include "support/test_application.h"
 
 namespace gc40 {
 namespace {
 
 constexpr std::uint32_t kTwentyDaysMs = 1'728'000'000;
-
-LoggerContext makeContext(const testing::TempFolder& folder, Orientation orientation,
-                          std::optional<int> scale) {
-  CommandLine options;
-  options.storage = folder.path();
-  options.orientation = orientation;
-  options.scale = scale;
-  std::ostringstream warnings;
-  return std::get<LoggerContext>(prepareLogger(options, nullptr, warnings));
-}
 
 QPushButton* buttonWithId(MainWindow& window, int id) {
   return window.findChild<QPushButton*>(QString::number(id));
@@ -45,7 +34,7 @@ TEST(MainWindow, ShapeButtonsAndTitleScreenInBothOrientations) {
                    QPoint(100, 100)},
         {Orientation::kPortrait, std::optional<int>(1), 1, QSize(240, 320), "portrait",
          QPoint(60, 200)}}) {
-    auto context = makeContext(folder, orientation, asked);
+    auto context = testing::preparedLogger(folder, orientation, asked);
     MainWindow window(context);
     window.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
@@ -77,7 +66,7 @@ TEST(MainWindow, ShapeButtonsAndTitleScreenInBothOrientations) {
 TEST(MainWindow, KeysMoveTheRingExitOrHandOnCommandsAndClicksAlwaysWork) {
   testing::TestApplication<QApplication> application;
   testing::TempFolder folder;
-  auto context = makeContext(folder, Orientation::kLandscape, 1);
+  auto context = testing::preparedLogger(folder, Orientation::kLandscape, 1);
   MainWindow window(context);
   std::vector<MainCommand> chosen;
   QObject::connect(&window, &MainWindow::commandChosen,
@@ -121,7 +110,7 @@ TEST(MainWindow, KeysMoveTheRingExitOrHandOnCommandsAndClicksAlwaysWork) {
 TEST(MainWindow, UptimeGuardStopsAtFirstPaintAndOnMonitorLog) {
   testing::TestApplication<QApplication> application;
   testing::TempFolder folder;
-  auto context = makeContext(folder, Orientation::kPortrait, 1);
+  auto context = testing::preparedLogger(folder, Orientation::kPortrait, 1);
   std::uint32_t tick = kTwentyDaysMs;
   QString caption, text;
   const auto expectBox = [&] {

@@ -11,7 +11,6 @@
 #include <QPushButton>
 #include <QTimer>
 #include <functional>
-#include <sstream>
 
 #include "app/logger_setup.h"
 #include "app/main_window.h"
@@ -19,7 +18,7 @@
 #include "app/setup_dialogs.h"
 #include "settings/settings_file.h"
 #include "support/modal_script.h"
-#include "support/temp_folder.h"
+#include "support/prepared_logger.h"
 #include "support/test_application.h"
 
 namespace gc40 {
@@ -36,10 +35,7 @@ void PrintTo(const Layout& layout, std::ostream* out) { *out << layout.name; }
 const Layout kLayouts[] = {{true, "portrait"}, {false, "landscape"}};
 
 LoggerContext makeContext(const testing::TempFolder& folder, bool portrait) {
-  CommandLine options;
-  options.storage = folder.path();
-  std::ostringstream warnings;
-  auto context = std::get<LoggerContext>(prepareLogger(options, nullptr, warnings));
+  auto context = testing::preparedLogger(folder);
   context.settings.portraitScreen = portrait ? 1 : 0;
   return context;
 }
