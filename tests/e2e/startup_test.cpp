@@ -1,16 +1,13 @@
 // The gc40 program itself: started on a storage folder, it leaves the files a
 // user expects there and keeps running, whatever the settings file held.
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <signal.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <chrono>
-#include <thread>
+#include <memory>
 #include <vector>
 
+#include "support/child_process.h"
 #include "support/settings_listing.h"
 #include "support/temp_folder.h"
 
@@ -20,39 +17,29 @@ namespace {
 using namespace std::chrono_literals;
 using testing::readBytes;
 
-// Runs gc40 with HOME and the output in `folder`; returns its pid.
-pid_t startGc40(const std::vector<std::string>& arguments, const std::filesystem::path& folder) {
-  const pid_t pid = fork();
-  if (pid == 0) {
-    setenv("HOME", folder.c_str(), 1);  // never the user's own ~/GC40
-    const int output = ::open((folder / "output.txt").c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
-    dup2(output, STDOUT_FILENO);
-    dup2(output, STDERR_FILENO);
-    std::vector<char*> argv{const_cast<char*>(GC40_BINARY)};
-    for (const std::string& argument : arguments)
-      argv.push_back(const_cast<char*>(argument.c_str()));
-    argv.push_back(nullptr);
-    execv(GC40_BINARY, argv.data());
-    _exit(127);
+// gc40 with HOME and its standard error in `folder`, never the user's own.
+std::unique_ptr<testing::ChildProcess> startGc40(const std::vector<std::string>& arguments,
+                                                 const std::filesystem::path& folder) {
+  setenv("HOME", folder.c_str(), 1);
+  return std::make_unique<testing::ChildProcess>(GC40_BINARY, arguments, folder / "errors.txt");
+}
+
+bool waitForPortMap(const std::filesystem::path& folder, testing::ChildProcess& gc40) {
+  for (int i = 0; i < 1000; ++i) {
+    if (std::filesystem::exists(folder / "GC40/FLDINI/PORTS.INI")) return true;
+    if (gc40.waitForExit(20ms)) return false;
   }
-  return pid;
+  return false;
 }
 
 // Starts gc40 on folder/GC40 and tells whether it was still running a moment
-// after it had written its port map (its last file before the window).
+// after it had written its port map (its last file before the window), with
+// nothing said on either output.
 bool startsAndKeepsRunning(const std::filesystem::path& folder) {
-  const pid_t pid = startGc40({"--storage", (folder / "GC40").string()}, folder);
-  const auto exited = [pid] { return waitpid(pid, nullptr, WNOHANG) == pid; };
-  bool ready = false;
-  for (int i = 0; i < 1000 && !(ready = std::filesystem::exists(folder / "GC40/FLDINI/PORTS.INI"));
-       ++i) {
-    if (exited()) return false;
-    std::this_thread::sleep_for(20ms);
-  }
-  std::this_thread::sleep_for(1500ms);
-  const bool running = !exited();
-  if (running) kill(pid, SIGTERM), waitpid(pid, nullptr, 0);
-  return ready && running;
+  const auto gc40 = startGc40({"--storage", (folder / "GC40").string()}, folder);
+  if (!waitForPortMap(folder, *gc40) || gc40->waitForExit(1500ms)) return false;
+  gc40->stop();
+  return gc40->readAll(1s).empty() && readBytes(folder / "errors.txt").empty();
 }
 
 TEST(Startup, EmptyOrDamagedStorageStartsWithTheRightFiles) {
@@ -68,10 +55,9 @@ TEST(Startup, EmptyOrDamagedStorageStartsWithTheRightFiles) {
     testing::TempFolder folder;
     const auto settingsFile = folder.path() / "GC40" / "FLDINI" / "GC40.INI";
     if (!before.empty()) testing::writeBytes(settingsFile, before);
-    EXPECT_TRUE(startsAndKeepsRunning(folder.path())) << readBytes(folder.path() / "output.txt");
+    EXPECT_TRUE(startsAndKeepsRunning(folder.path())) << readBytes(folder.path() / "errors.txt");
     EXPECT_EQ(readBytes(settingsFile), after);
     EXPECT_TRUE(std::filesystem::is_directory(folder.path() / "GC40" / "DATA40"));
-    EXPECT_EQ(readBytes(folder.path() / "output.txt"), "");
   }
 }
 
@@ -81,10 +67,10 @@ TEST(Startup, CommandLineAnswersWithoutAWindowOrFiles) {
         {"--help", 0, "--port COMn=PATH"},
         {"--port=COM99=/dev/null", 2, "COM99=/dev/null"}}) {
     testing::TempFolder folder;
-    int waitStatus = 0;
-    waitpid(startGc40({argument}, folder.path()), &waitStatus, 0);
-    EXPECT_TRUE(WIFEXITED(waitStatus) && WEXITSTATUS(waitStatus) == status) << argument;
-    EXPECT_NE(readBytes(folder.path() / "output.txt").find(output), std::string::npos);
+    const auto gc40 = startGc40({argument}, folder.path());
+    EXPECT_EQ(gc40->waitForExit(10s), status) << argument;
+    const std::string said = gc40->readAll(1s) + readBytes(folder.path() / "errors.txt");
+    EXPECT_NE(said.find(output), std::string::npos) << said;
     EXPECT_FALSE(std::filesystem::exists(folder.path() / "GC40"));
   }
 }
@@ -93,16 +79,14 @@ TEST(Startup, CommandLineAnswersWithoutAWindowOrFiles) {
 // copy that died does not keep the next one out.
 TEST(Startup, OneCopyPerStorageRoot) {
   testing::TempFolder folder;
-  const pid_t first = startGc40({"--storage", (folder.path() / "GC40").string()}, folder.path());
-  for (int i = 0; i < 500 && !std::filesystem::exists(folder.path() / "GC40/FLDINI/PORTS.INI"); ++i)
-    std::this_thread::sleep_for(20ms);
-  int waitStatus = 0;
-  waitpid(startGc40({"--storage", (folder.path() / "GC40").string()}, folder.path()), &waitStatus,
-          0);
-  EXPECT_TRUE(WIFEXITED(waitStatus) && WEXITSTATUS(waitStatus) == 255) << waitStatus;
-  EXPECT_EQ(waitpid(first, nullptr, WNOHANG), 0);
-  kill(first, SIGKILL), waitpid(first, nullptr, 0);
-  EXPECT_TRUE(startsAndKeepsRunning(folder.path()));
+  const std::vector<std::string> arguments{"--storage", (folder.path() / "GC40").string()};
+  const auto first = startGc40(arguments, folder.path());
+  ASSERT_TRUE(waitForPortMap(folder.path(), *first));
+  EXPECT_EQ(startGc40(arguments, folder.path())->waitForExit(10s), 255);
+  EXPECT_EQ(first->waitForExit(0ms), std::nullopt);
+  first->signal(SIGKILL);
+  first->waitForExit();
+  EXPECT_TRUE(startsAndKeepsRunning(folder.path())) << readBytes(folder.path() / "errors.txt");
 }
 
 }  // namespace

@@ -39,7 +39,8 @@ class ChildProcess {
     if (pid_ == 0) {
       dup2(inputEnds[0], STDIN_FILENO);
       dup2(pipeEnds[1], STDOUT_FILENO);
-      if (errorFile) dup2(open(errorFile->c_str(), O_WRONLY | O_CREAT, 0644), STDERR_FILENO);
+      if (errorFile)
+        dup2(open(errorFile->c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644), STDERR_FILENO);
       std::vector<char*> argv{const_cast<char*>(binary.c_str())};
       for (const std::string& argument : arguments)
         argv.push_back(const_cast<char*>(argument.c_str()));
