@@ -69,11 +69,21 @@ void typeText(const QString& text) {
     for (const QChar character : text) postCharacter(target, character);
 }
 
-void clickButton(const QString& id) {
+void clickButton(const QString& idOrText) {
   QWidget* front = frontWindow();
   if (!front) return;
-  for (QAbstractButton* button : front->findChildren<QAbstractButton*>(id))
-    if (button->isVisible()) return button->click();
+  for (QAbstractButton* button : front->findChildren<QAbstractButton*>()) {
+    const bool named =
+        button->objectName() == idOrText || QString(button->text()).remove('&') == idOrText;
+    if (named && button->isVisible()) return button->click();
+  }
+}
+
+// The screen (a widget named "...Wnd") that holds the keyboard focus, if any.
+QString focusedScreen() {
+  for (QWidget* widget = QApplication::focusWidget(); widget; widget = widget->parentWidget())
+    if (widget->objectName().endsWith("Wnd")) return widget->objectName();
+  return {};
 }
 
 }  // namespace
@@ -110,7 +120,8 @@ void RemoteControl::runCommand(const QString& line) {
 
 void RemoteControl::reportFront() {
   const QWidget* front = frontWindow();
-  const QString title = front ? front->windowTitle() : QString();
+  QString title = front ? front->windowTitle() : QString();
+  if (const QString screen = focusedScreen(); !screen.isEmpty()) title += " / " + screen;
   if (reportedOnce_ && title == lastFront_) return;
   reportedOnce_ = true;
   lastFront_ = title;

@@ -7,10 +7,12 @@
 //
 //   key L | key l | key Return | key Escape | key Tab | key Space | key Left ...
 //   text LINE7          typed into the widget that has the focus
-//   click 460           the visible button with that id in the window in front
+//   click 460 | click Yes   the visible button in the window in front with that
+//                           id, or with that text (without its '&')
 //
 // Out: "front TITLE" whenever the window in front (a dialog or message box, or
-// else the main window) changes; "front" alone when no window is in front.
+// else the main window) changes, with " / SCREEN" added when the keys go to
+// one of the main window's screens ("front GC40 / LoggingWnd").
 
 #include <QObject>
 #include <QSocketNotifier>
