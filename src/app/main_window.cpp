@@ -9,6 +9,7 @@
 #include <QScreen>
 #include <QTimer>
 
+#include "app/key_codes.h"
 #include "app/title_screen_layout.h"
 #include "app/title_screen_painter.h"
 #include "app/uptime_guard.h"
@@ -20,33 +21,6 @@ namespace gc40 {
 namespace {
 
 constexpr int kFontPixels = 14;
-
-// The menu compares plain character codes, so a Qt key event is turned into
-// one. Shift+Tab is still Tab: the menu does not look at modifiers.
-int menuKeyCode(const QKeyEvent& event) {
-  switch (event.key()) {
-    case Qt::Key_Tab:
-    case Qt::Key_Backtab:
-      return kKeyTab;
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-      return kKeyReturn;
-    case Qt::Key_Left:
-      return kKeyLeft;
-    case Qt::Key_Up:
-      return kKeyUp;
-    case Qt::Key_Right:
-      return kKeyRight;
-    case Qt::Key_Down:
-      return kKeyDown;
-    default:
-      break;
-  }
-  const QString text = event.text();
-  if (text.size() == 1 && text[0].unicode() < 128) return text[0].unicode();
-  if (event.key() >= Qt::Key_A && event.key() <= Qt::Key_Z) return event.key();
-  return -1;
-}
 
 QRect scaled(LayoutRect r, int scale) {
   return QRect(r.x * scale, r.y * scale, r.width * scale, r.height * scale);
@@ -125,7 +99,7 @@ bool MainWindow::event(QEvent* event) {
   // Taken here rather than in keyPressEvent so that Tab reaches the menu
   // instead of Qt's focus chain.
   if (event->type() == QEvent::KeyPress) {
-    onKey(menuKeyCode(*static_cast<QKeyEvent*>(event)));
+    onKey(handheldKeyCode(*static_cast<QKeyEvent*>(event)));
     return true;
   }
   return QWidget::event(event);

@@ -1,0 +1,13 @@
+#pragma once
+// The screens compare plain character codes, as the handheld gave them: 'L'
+// and 'l' are two codes, Return is 13, Tab 9 and the arrows 37..40. A Qt key
+// event is turned into such a code here; a key with no code gives -1, which
+// the screens still see (any key pauses a logging run).
+
+class QKeyEvent;
+
+namespace gc40 {
+
+int handheldKeyCode(const QKeyEvent& event);
+
+}  // namespace gc40
