@@ -74,6 +74,11 @@ std::string formatZeroPadded(std::int64_t value, std::size_t width) {
   return text;
 }
 
+std::string formatSignedZeroPadded(std::int64_t value, std::size_t width) {
+  if (value < 0) return formatZeroPadded(value, width);
+  return "+" + formatZeroPadded(value, width > 0 ? width - 1 : 0);
+}
+
 double parseDecimalPrefix(std::string_view text) {
   text = skipSpace(text);
   bool negative = false;

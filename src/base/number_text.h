@@ -18,6 +18,9 @@ std::string formatInteger(std::int64_t value);
 // to `width` characters in all.
 std::string formatZeroPadded(std::int64_t value, std::size_t width);
 
+// As printf("%+0*ld", width, value): the same, with a sign on every value.
+std::string formatSignedZeroPadded(std::int64_t value, std::size_t width);
+
 // As wcstod/strtod in the "C" locale: leading white space, an optional sign,
 // the longest decimal number (or "inf"/"nan") that follows; 0 when none.
 // Out of range gives +-infinity or a signed zero, as strtod does.

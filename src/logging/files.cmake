@@ -1,6 +1,12 @@
 # Logging screen: run state machine, status display, live profile, lines,
 # stations and comments.
 list(APPEND GC40_CORE_FILES
+  logging/run_state.cpp logging/run_state.h
+  logging/command_keys.cpp logging/command_keys.h
+  logging/reading_decision.cpp logging/reading_decision.h
+  logging/logging_texts.cpp logging/logging_texts.h
+  logging/logging_view.h
+  logging/logging_session.cpp logging/logging_session.h
 )
 list(APPEND GC40_QT_FILES
 )

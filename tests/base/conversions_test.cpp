@@ -28,6 +28,8 @@ TEST(NumberText, FixedFormattingMatchesPrintfInTheCLocale) {
   for (const long value : {0L, 7L, -7L, -120L, 123456L, -2147483648L}) {
     std::snprintf(printed, sizeof printed, "%05ld", value);
     EXPECT_EQ(formatZeroPadded(value, 5), printed);
+    std::snprintf(printed, sizeof printed, "%+05ld", value);
+    EXPECT_EQ(formatSignedZeroPadded(value, 5), printed);
   }
 }
 

@@ -1,0 +1,95 @@
+#include "logging/command_keys.h"
+
+#include "logging/run_state.h"
+
+namespace gc40 {
+namespace {
+
+constexpr int kNone = -1;
+
+struct LetterKey {
+  char upper;
+  int monitorCommand;
+  int standByCommand;
+};
+
+// Every other letter, S and B among them, does nothing in either state.
+constexpr std::array<LetterKey, 7> kLetterKeys = {{
+    {'C', 0, 3},
+    {'G', kNone, 0},
+    {'L', kNone, 1},
+    {'N', 2, 2},
+    {'M', 4, 4},
+    {'X', 4, 5},
+    {'U', 1, kNone},
+}};
+
+constexpr std::array<std::optional<LoggingAction>, 6> kMonitorActions = {
+    LoggingAction::kCreateFile, LoggingAction::kExit, LoggingAction::kNewStation,
+    LoggingAction::kComment,    LoggingAction::kExit, LoggingAction::kExit};
+constexpr std::array<std::optional<LoggingAction>, 6> kStandByActions = {
+    LoggingAction::kGo,      LoggingAction::kNewLine,   LoggingAction::kNewStation,
+    LoggingAction::kComment, LoggingAction::kPopupMenu, LoggingAction::kExit};
+
+std::optional<int> letterCommand(std::int32_t loggingState, int keyCode) {
+  for (const LetterKey& key : kLetterKeys) {
+    if (keyCode != key.upper && keyCode != key.upper + ('a' - 'A')) continue;
+    const int command = loggingState == kMonitorState ? key.monitorCommand : key.standByCommand;
+    if (command == kNone) return std::nullopt;
+    return command;
+  }
+  return std::nullopt;
+}
+
+// A setting outside 0..3 (a damaged settings file) acts as 0, any key.
+std::int32_t knownPauseKey(std::int32_t pauseKey) {
+  return pauseKey >= 0 && pauseKey <= 3 ? pauseKey : 0;
+}
+
+bool isPauseKey(std::int32_t pauseKey, int keyCode) {
+  switch (knownPauseKey(pauseKey)) {
+    case 1:
+      return keyCode == kSpaceKey;
+    case 2:
+      return keyCode == kEnterKey;
+    case 3:
+      return keyCode == 'P' || keyCode == 'p';
+    default:
+      return true;
+  }
+}
+
+}  // namespace
+
+int pauseButtonNumber(std::int32_t pauseKey, std::int32_t surveyMode) {
+  const int number = knownPauseKey(pauseKey);
+  return surveyMode == kManualMode ? number + 4 : number;
+}
+
+std::optional<int> buttonCommand(std::int32_t loggingState, int id) {
+  const int command = id - kFirstLoggingButtonId;
+  if (command < 0) return std::nullopt;
+  return loggingState == kLoggingState ? 0 : command;
+}
+
+std::optional<int> keyCommand(std::int32_t loggingState, std::int32_t pauseKey,
+                              std::int32_t selectedButton, int keyCode) {
+  if (loggingState == kLoggingState) {
+    if (isPauseKey(pauseKey, keyCode)) return 0;
+    return std::nullopt;
+  }
+  if (keyCode == kEnterKey) return selectedButton;
+  return letterCommand(loggingState, keyCode);
+}
+
+std::optional<LoggingAction> actionFor(std::int32_t loggingState, int command) {
+  if (loggingState == kLoggingState) {
+    if (command == 0) return LoggingAction::kPause;
+    return std::nullopt;
+  }
+  const auto& actions = loggingState == kMonitorState ? kMonitorActions : kStandByActions;
+  if (command < 0 || command >= static_cast<int>(actions.size())) return std::nullopt;
+  return actions[command];
+}
+
+}  // namespace gc40

@@ -1,0 +1,310 @@
+#include "logging/logging_session.h"
+
+#include <array>
+#include <utility>
+
+#include "base/number_text.h"
+#include "datafile/data_records.h"
+#include "datafile/record_writers.h"
+#include "instrument/reading_decoder.h"
+#include "logging/command_keys.h"
+#include "logging/logging_texts.h"
+#include "logging/reading_decision.h"
+#include "settings/setting_choices.h"
+
+namespace gc40 {
+
+LoggingSession::LoggingSession(Settings& settings, InstrumentLink& link, LoggingView& view,
+                               LoggingClock& clock)
+    : settings_(settings), link_(link), view_(view), clock_(clock) {}
+
+void LoggingSession::prepareRun(const ProfileTraces& traces) {
+  state_ = startingRunState(settings_, traces.readingsPerStation);
+  dataFile_.reset();
+  running_ = true;
+  watchStopped_ = false;
+  link_.lastRecordTick = clock_.tickCount();
+  // A run given up for lack of records must not leave its count behind: at 6
+  // or more the watch would never end the next run.
+  link_.staleTicks = 0;
+  link_.recordCounter = 0;
+  link_.recordsPerReading = 1;
+  view_.showStateText(stateText(kMonitorState));
+  view_.showButtons({ButtonGroup::kMonitor, 0, state_.selectedButton});
+}
+
+void LoggingSession::onButton(int id) {
+  if (!running_) return;
+  carryOut(buttonCommand(state_.loggingState, id));
+}
+
+void LoggingSession::onKey(int keyCode) {
+  if (!running_ || state_.keysActive != 1) return;
+  carryOut(keyCommand(state_.loggingState, effectiveIndex(settings_, kPauseKeySetting),
+                      state_.selectedButton, keyCode));
+}
+
+void LoggingSession::onMenuCommand(int id) {
+  if (!running_) return;
+  switch (id) {
+    case kScaleMenuCommand: {
+      const bool accepted = view_.runScale();
+      if (!running_) return;
+      if (accepted) state_.traceContinues = {};
+      view_.restartProfile();  // after Cancel too: the dialog reports nothing back
+      view_.redraw();
+      return;
+    }
+    case kDisplayOptionsMenuCommand:
+      view_.runDisplayOptions();
+      if (running_) view_.redraw();
+      return;
+    case kRedrawCommand:
+      view_.redraw();
+      return;
+    default:  // kHideMenuCommand only closes the menu
+      return;
+  }
+}
+
+void LoggingSession::carryOut(std::optional<int> command) {
+  if (!command) return;
+  const std::optional<LoggingAction> action = actionFor(state_.loggingState, *command);
+  if (!action) return;
+  switch (*action) {
+    case LoggingAction::kCreateFile:
+      return createFile();
+    case LoggingAction::kGo:
+      return go();
+    case LoggingAction::kPause:
+      return pause();
+    case LoggingAction::kNewLine:
+      return newLine();
+    case LoggingAction::kNewStation:
+      return newStation();
+    case LoggingAction::kComment:
+      return comment();
+    case LoggingAction::kPopupMenu:
+      return popupMenu();
+    case LoggingAction::kExit:
+      exitLogging(false);
+      return;
+  }
+}
+
+void LoggingSession::createFile() {
+  std::optional<DataFile> file = view_.runCreateFile();
+  // A file made while the run was being given up is closed again unused.
+  if (!running_ || !file) return;
+  dataFile_.emplace(std::move(*file));
+  view_.showFileName(fileFieldText(dataFile_->baseName()));
+  view_.showStateText(stateText(kStandByState));
+  showLineAndStation();
+  showStandByButtons();
+  state_.loggingState = kStandByState;
+}
+
+void LoggingSession::go() {
+  view_.showStateText(stateText(kLoggingState));
+  state_.selectedButton = 0;
+  view_.showButtons(
+      {ButtonGroup::kPause,
+       pauseButtonNumber(effectiveIndex(settings_, kPauseKeySetting), state_.surveyMode),
+       state_.selectedButton});
+  if (state_.surveyMode != kManualMode) settings_.surveyModeSetting = state_.surveyMode;
+  link_.recordCounter = 0;
+  state_.beepCounter = 0;
+  link_.recordsPerReading = state_.surveyMode == kAutoMode ? settings_.cyclesPerReading : 1;
+  state_.loggingState = kLoggingState;
+  view_.beep();
+  state_.manualTriggerLatch = kLatchSkip;
+  view_.restartProfile();
+  state_.traceContinues = {};
+  writeNote(kStartedNote);
+}
+
+void LoggingSession::pause() {
+  writeNote(kPausedNote);
+  // Closing and reopening commits what was recorded so far. A failure is not
+  // reported: later records are lost silently.
+  if (dataFile_) dataFile_->reopenAtEnd();
+  view_.showStateText(stateText(kStandByState));
+  showStandByButtons();
+  link_.recordsPerReading = 1;
+  link_.recordCounter = 0;
+  if (state_.surveyMode == kWheelMode) settings_.surveyModeSetting = kAutoMode;
+  state_.loggingState = kStandByState;
+}
+
+void LoggingSession::newLine() {
+  const bool accepted = view_.runNewLine();
+  if (!running_) return;
+  if (accepted) {
+    showLineAndStation();
+    state_.stationStarted = 0;
+    state_.traceContinues = {};
+    if (dataFile_) {
+      const LocalTime now = clock_.localTime();
+      writeLineBlock(*dataFile_, settings_, now);
+      writeTimeMark(*dataFile_, now, clock_.tickCount());
+    }
+    writeStationMark();
+  }
+  view_.redraw();
+}
+
+void LoggingSession::newStation() {
+  const bool accepted = view_.runNewStation();
+  if (!running_) return;
+  if (accepted) {
+    state_.traceContinues = {};
+    showLineAndStation();
+    state_.stationStarted = 0;
+    writeStationMark();
+  }
+  view_.redraw();
+}
+
+void LoggingSession::comment() {
+  const std::optional<std::u16string> text = view_.runComment();
+  if (!running_) return;
+  if (text && dataFile_) {
+    writeTextRecord(*dataFile_, *text, recordLetter::kComment, clock_.tickCount());
+  }
+  view_.redraw();
+}
+
+void LoggingSession::popupMenu() {
+  const std::optional<int> command = view_.runPopupMenu();
+  if (!running_) return;
+  view_.redraw();
+  if (command) onMenuCommand(*command);
+}
+
+void LoggingSession::showStandByButtons() {
+  state_.buttonCount = kStandByButtonCount;
+  state_.selectedButton = 0;
+  view_.showButtons({ButtonGroup::kStandBy, 0, state_.selectedButton});
+}
+
+void LoggingSession::showLineAndStation() {
+  view_.showLineAndStation(settings_.surveyLine, stationText(settings_.currentStation));
+}
+
+void LoggingSession::onReading() {
+  if (!running_) return;
+  const std::string record(link_.record());
+  const std::uint32_t arrival = link_.lastRecordTick;
+  ReadingShown shown;
+  // Decoded in the survey's own mode: Manual hides the mark even while an
+  // average runs the run in Auto.
+  shown.reading = decodeInstrumentRecord(record, settings_, shown.filed);
+  const bool pressed = triggerPressed(record);
+  state_.manualTriggerLatch =
+      nextTriggerLatch(state_.manualTriggerLatch, pressed, state_.surveyMode);
+  shown.triggerIndicator = triggerIndicator(pressed);
+  const bool logging = state_.loggingState == kLoggingState;
+  const bool triggered = logging && state_.manualTriggerLatch == kLatchRecord;
+  bool averaged = false;
+  if (triggered && state_.averagingActive == 1) {
+    const std::int32_t samples = effectiveSamplesPerReading(settings_.samplesPerReading);
+    const AverageProgress progress =
+        addAverageSample(state_, samples, record, shown.reading, shown.filed);
+    view_.showMessage(sampleText(progress.sample, samples));
+    averaged = progress.complete;
+  }
+  shown.recorded = triggered && (state_.averagingActive != 1 || averaged);
+  if (shown.recorded) {
+    recordReading(record, arrival, averaged);
+    shown.station = stationText(settings_.currentStation);
+    if (state_.readingsPerStation > 1) shown.count = formatInteger(state_.readingsAtStation);
+  }
+  view_.showReading(shown);
+  if (shown.recorded) {
+    view_.addToProfile(shown.filed, state_.readingsAtStation, state_.traceContinues);
+  }
+}
+
+void LoggingSession::recordReading(std::string_view record, std::uint32_t arrival, bool averaged) {
+  std::optional<std::array<float, 2>> rawAverages;
+  if (averaged) rawAverages = {state_.averagedRaw1, state_.averagedRaw2};
+  ++state_.readingsAtStation;
+  if (dataFile_) {
+    writeReadingRecord(*dataFile_,
+                       recordedRecordText(record, rawAverages, state_.readingsAtStation), arrival);
+  }
+  if (countTowardBeep(state_, effectiveIndex(settings_, kAudioSetting) == 1)) view_.beep();
+  advanceStation(state_, settings_);
+}
+
+// In Manual logging the trigger takes the readings, so its mark is not shown;
+// the survey's own mode counts, not the run's, which averaging sets to Auto.
+char LoggingSession::triggerIndicator(bool pressed) const {
+  const bool manualLogging = effectiveIndex(settings_, kSurveyModeSetting) == kManualMode &&
+                             state_.loggingState == kLoggingState;
+  return pressed && !manualLogging ? 'M' : ' ';
+}
+
+void LoggingSession::onTimerTick() {
+  if (!running_ || watchStopped_) return;
+  if (clock_.tickCount() - link_.lastRecordTick <= kConnectionTimeoutMs) return;
+  if (++link_.staleTicks < kStaleTicksToGiveUp) {
+    reportConnectionBreak();
+  } else {
+    giveUpConnection();
+  }
+}
+
+void LoggingSession::reportConnectionBreak() {
+  writeNote(kConnectionBreakNote);
+  state_.traceContinues = {};
+  view_.showMessage(kPleaseWaitText);
+}
+
+void LoggingSession::giveUpConnection() {
+  watchStopped_ = true;
+  writeNote(kConnectionEndNote);
+  state_.loggingState = kStandByState;
+  view_.showMessage("");
+  view_.showNoConnection();
+  view_.closeDialogs();
+  exitLogging(true);
+}
+
+bool LoggingSession::exitLogging(bool forced) {
+  if (!running_) return true;
+  if (state_.loggingState != kMonitorState && !forced) {
+    const bool yes = view_.confirmExit();
+    // The connection watch may have ended the run while the question was up.
+    if (!running_) return true;
+    if (!yes) {
+      view_.redraw();
+      return false;
+    }
+  }
+  endRun();
+  view_.leave();
+  return true;
+}
+
+void LoggingSession::endRun() {
+  dataFile_.reset();
+  state_.keysActive = 0;
+  state_.loggingState = kMonitorState;
+  state_.readingsAtStation = 0;
+  running_ = false;
+}
+
+// Notes go only into an open file; Monitor has none.
+void LoggingSession::writeNote(std::u16string_view note) {
+  if (dataFile_) writeTextRecord(*dataFile_, note, recordLetter::kEvent, clock_.tickCount());
+}
+
+void LoggingSession::writeStationMark() {
+  if (!dataFile_) return;
+  const LocalTime now = clock_.localTime();
+  writeStationRecord(*dataFile_, settings_, now);
+  writeTimeMark(*dataFile_, now, clock_.tickCount());
+}
+
+}  // namespace gc40

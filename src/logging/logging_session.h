@@ -1,0 +1,83 @@
+#pragma once
+// The logging screen's behaviour for one Monitor/Log run: the Monitor, Stand
+// By and Logging states, their commands, each reading's record decision, the
+// connection watch and the exit. It owns the data file while one is open and
+// tells its view what to show.
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "app/profile_setup.h"
+#include "datafile/data_file.h"
+#include "instrument/record_framer.h"
+#include "logging/logging_view.h"
+#include "logging/run_state.h"
+#include "settings/settings.h"
+
+namespace gc40 {
+
+inline constexpr std::uint32_t kConnectionTimeoutMs = 300;  // also the timer's period
+inline constexpr std::int32_t kStaleTicksToGiveUp = 6;
+
+class LoggingSession {
+ public:
+  // All four must outlive the session.
+  LoggingSession(Settings& settings, InstrumentLink& link, LoggingView& view, LoggingClock& clock);
+
+  // The Monitor/Log start: a fresh run in Monitor, the connection watch
+  // counting from now, one record per reading until Go.
+  void prepareRun(const ProfileTraces& traces);
+
+  // Button 460.. clicked.
+  void onButton(int id);
+  // A key, as the character code the handheld gives (Enter 13, space 32).
+  void onKey(int keyCode);
+  // kScaleMenuCommand, kDisplayOptionsMenuCommand, kRedrawCommand, kHideMenuCommand.
+  void onMenuCommand(int id);
+  // A complete reading: link.record() arrived at link.lastRecordTick.
+  void onReading();
+  // The connection timer fired.
+  void onTimerTick();
+  // Leaves the window, asking first when a file is open unless forced. False
+  // when the operator chose to stay.
+  bool exitLogging(bool forced);
+
+  bool running() const { return running_; }
+  const LoggingRunState& state() const { return state_; }
+  const DataFile* dataFile() const { return dataFile_ ? &*dataFile_ : nullptr; }
+
+ private:
+  void carryOut(std::optional<int> command);
+  void createFile();
+  void go();
+  void pause();
+  void newLine();
+  void newStation();
+  void comment();
+  void popupMenu();
+  void showStandByButtons();
+  void showLineAndStation();
+
+  void recordReading(std::string_view record, std::uint32_t arrival, bool averaged);
+  char triggerIndicator(bool pressed) const;
+
+  void reportConnectionBreak();
+  void giveUpConnection();
+
+  void writeNote(std::u16string_view note);
+  void writeStationMark();
+  void endRun();
+
+  Settings& settings_;
+  InstrumentLink& link_;
+  LoggingView& view_;
+  LoggingClock& clock_;
+  LoggingRunState state_;
+  std::optional<DataFile> dataFile_;
+  bool running_ = false;
+  bool watchStopped_ = false;  // the watch has given up; later ticks mean nothing
+};
+
+}  // namespace gc40

@@ -1,0 +1,71 @@
+#include "logging/command_keys.h"
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <tuple>
+
+#include "logging/run_state.h"
+
+namespace gc40 {
+namespace {
+
+using Action = LoggingAction;
+constexpr std::optional<Action> kNothing;
+
+// What a key ends in: its command number, then the action of that number.
+std::optional<Action> keyAction(std::int32_t state, std::int32_t pauseKey, int key) {
+  const std::optional<int> command = keyCommand(state, pauseKey, 0, key);
+  return command ? actionFor(state, *command) : std::nullopt;
+}
+
+TEST(LoggingCommands, KeysActPerStateAndLoggingHearsOnlyThePauseKey) {
+  constexpr int kShift = 16;
+  for (const auto& [state, pauseKey, key, action] : {
+           std::tuple{kMonitorState, 0, int{'C'}, std::optional{Action::kCreateFile}},
+           {kMonitorState, 0, kEnterKey, Action::kCreateFile},
+           {kMonitorState, 0, 'n', Action::kNewStation},
+           {kMonitorState, 0, 'M', Action::kExit},
+           {kMonitorState, 0, 'x', Action::kExit},
+           {kMonitorState, 0, 'U', Action::kExit},
+           {kMonitorState, 0, 'g', kNothing},
+           {kMonitorState, 0, 'S', kNothing},
+           {kStandByState, 0, kEnterKey, Action::kGo},
+           {kStandByState, 0, 'G', Action::kGo},
+           {kStandByState, 0, 'l', Action::kNewLine},
+           {kStandByState, 0, 'N', Action::kNewStation},
+           {kStandByState, 0, 'c', Action::kComment},
+           {kStandByState, 0, 'm', Action::kPopupMenu},
+           {kStandByState, 0, 'X', Action::kExit},
+           {kStandByState, 0, 'u', kNothing},
+           {kStandByState, 0, 'b', kNothing},
+           {kLoggingState, 0, kShift, Action::kPause},
+           {kLoggingState, 0, 'x', Action::kPause},
+           {kLoggingState, 1, kSpaceKey, Action::kPause},
+           {kLoggingState, 1, kEnterKey, kNothing},
+           {kLoggingState, 2, kEnterKey, Action::kPause},
+           {kLoggingState, 2, kSpaceKey, kNothing},
+           {kLoggingState, 3, 'P', Action::kPause},
+           {kLoggingState, 3, 'p', Action::kPause},
+           {kLoggingState, 3, 'S', kNothing},
+           {kLoggingState, 3, kEnterKey, kNothing},
+           {kLoggingState, 7, 'q', Action::kPause},  // a damaged setting acts as "any key"
+       }) {
+    EXPECT_EQ(keyAction(state, pauseKey, key), action)
+        << "state " << state << " pauseKey " << pauseKey << " key " << key;
+  }
+}
+
+TEST(LoggingCommands, ButtonsAndThePauseButtonShown) {
+  for (int id = 460; id <= 467; ++id) EXPECT_EQ(buttonCommand(kLoggingState, id), 0) << id;
+  EXPECT_EQ(buttonCommand(kStandByState, 463), 3);
+  EXPECT_EQ(buttonCommand(kMonitorState, 459), std::nullopt);
+  EXPECT_EQ(actionFor(kMonitorState, 1), Action::kExit);
+  EXPECT_EQ(actionFor(kStandByState, 6), kNothing);
+  for (const auto& [pauseKey, mode, button] :
+       {std::tuple{0, kAutoMode, 0}, {3, kWheelMode, 3}, {1, kManualMode, 5}, {9, kManualMode, 4}})
+    EXPECT_EQ(pauseButtonNumber(pauseKey, mode), button) << pauseKey << " " << mode;
+}
+
+}  // namespace
+}  // namespace gc40

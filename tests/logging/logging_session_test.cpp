@@ -1,0 +1,299 @@
+// The logging run driven as the window drives it: keys, clicks, readings and
+// timer ticks into the session, a fake screen that notes what it was told,
+// and the data file read back.
+
+#include "logging/logging_session.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "base/number_text.h"
+#include "datafile/data_file_reader.h"
+#include "datafile/record_writers.h"
+#include "logging/command_keys.h"
+#include "support/temp_folder.h"
+
+namespace gc40 {
+namespace {
+
+struct FakeClock : LoggingClock {
+  std::uint32_t tick = 50'000;
+  std::uint32_t tickCount() override { return tick; }
+  LocalTime localTime() override { return {2026, 3, 15, 14, 5, 9, 123}; }
+};
+
+// Notes every call as a short line; the dialogs answer as the test says.
+struct FakeView : LoggingView {
+  FakeView(Settings& settings, FakeClock& clock) : settings(settings), clock(clock) {}
+
+  void showButtons(const ButtonGroupShown& b) override {
+    note(b.group == ButtonGroup::kPause     ? "pause button " + formatInteger(b.pauseButton)
+         : b.group == ButtonGroup::kStandBy ? "stand by buttons"
+                                            : "monitor buttons");
+  }
+  void showStateText(std::string_view text) override { note("state " + std::string(text)); }
+  void showFileName(std::string_view text) override { note(std::string(text)); }
+  void showLineAndStation(std::u16string_view, std::string_view) override {}
+  void showMessage(std::string_view text) override { note("message " + std::string(text)); }
+  void showReading(const ReadingShown& shown) override { readings.push_back(shown); }
+  void redraw() override { note("redraw"); }
+  void addToProfile(const FiledValues&, std::int32_t, TraceFlags& traceContinues) override {
+    traceContinues[0] = 1;
+  }
+  void restartProfile() override {}
+  void beep() override { note("beep"); }
+  std::optional<DataFile> runCreateFile() override {
+    whileDialogUp();
+    if (fileName.empty()) return std::nullopt;
+    auto file = DataFile::createNew(folder.path() / fileName);
+    if (file) writeNewFileHeader(*file, settings, clock.localTime(), clock.tick);
+    return file;
+  }
+  bool runNewLine() override { return newLine(); }
+  bool runNewStation() override { return true; }
+  std::optional<std::u16string> runComment() override {
+    note("comment dialog");
+    whileDialogUp();
+    return comment;
+  }
+  bool runScale() override { return true; }
+  void runDisplayOptions() override {}
+  std::optional<int> runPopupMenu() override { return std::nullopt; }
+  bool confirmExit() override {
+    note("confirm");
+    return yesToExit;
+  }
+  void showNoConnection() override { note("no connection"); }
+  void closeDialogs() override { note("close dialogs"); }
+  void leave() override { note("leave"); }
+
+  void note(std::string line) { calls.push_back(std::move(line)); }
+  bool called(std::string_view line) const {
+    return std::find(calls.begin(), calls.end(), line) != calls.end();
+  }
+
+  Settings& settings;
+  FakeClock& clock;
+  testing::TempFolder folder;
+  std::vector<std::string> calls;
+  std::vector<ReadingShown> readings;
+  std::string fileName = "RUN123456.R40";  // empty: Create File is cancelled
+  std::function<bool()> newLine = [] { return false; };
+  std::optional<std::u16string> comment;
+  bool yesToExit = true;
+  std::function<void()> whileDialogUp = [] {};
+};
+
+// Status bytes: 0x20 vertical, range 1000; 0x40 is the trigger.
+constexpr char kReleased = 0x20;
+constexpr char kPressed = 0x60;
+
+struct LoggingRun : ::testing::Test {
+  void start(std::int32_t readingsPerStation = 1) {
+    session.prepareRun(ProfileTraces{.readingsPerStation = readingsPerStation});
+  }
+  void startLogging(std::int32_t readingsPerStation = 1) {
+    start(readingsPerStation);
+    session.onKey('C');
+    session.onKey('G');
+  }
+  void reading(char status, std::string_view first = "012.0", std::string_view second = "-01.5") {
+    const std::string record =
+        "T" + std::string(1, status) + std::string(first) + std::string(second);
+    std::copy(record.begin(), record.end(), link.currentRecord.begin());
+    clock.tick += 100;
+    link.lastRecordTick = clock.tick;
+    session.onReading();
+  }
+  std::string fileBytes() const { return testing::readBytes(view.folder.path() / view.fileName); }
+  // The records after the new file's header, in short: a reading's 12 bytes,
+  // a note or comment as its letter and text, a station with its number,
+  // anything else as its letter.
+  std::vector<std::string> recordsAfterHeader() const {
+    constexpr std::size_t kHeaderRecords = 7;
+    std::vector<std::string> shortened;
+    const std::string bytes = fileBytes();
+    for (const FileRecord& record : readDataFile(bytes).records) {
+      if (record.offset < kHeaderRecords * dataRecordLength) continue;
+      if (auto* reading = std::get_if<ReadingRecord>(&record.value)) {
+        shortened.push_back(reading->instrumentRecord);
+      } else if (auto* text = std::get_if<TextRecord>(&record.value)) {
+        shortened.push_back(text->typeLetter + text->text);
+      } else if (auto* station = std::get_if<StationRecord>(&record.value)) {
+        shortened.push_back("S" + formatFixed(station->station, 2));
+      } else {
+        shortened.push_back(bytes.substr(record.offset, 1));
+      }
+    }
+    return shortened;
+  }
+
+  Settings settings;
+  InstrumentLink link;
+  FakeClock clock;
+  FakeView view{settings, clock};
+  LoggingSession session{settings, link, view, clock};
+};
+
+TEST_F(LoggingRun, WalksFromMonitorToLoggingAndBackWithItsNotes) {
+  settings.cyclesPerReading = 3;
+  settings.pauseKey = 1;
+  start();
+  view.fileName.clear();
+  session.onKey(kEnterKey);  // Create File, cancelled
+  EXPECT_EQ(session.state().loggingState, kMonitorState);
+  view.fileName = "RUN123456.R40";
+  session.onButton(460);
+  EXPECT_EQ(session.state().loggingState, kStandByState);
+  EXPECT_TRUE(view.called("File:RUN12345"));
+  EXPECT_EQ(session.state().buttonCount, 6);
+  reading(kReleased);  // shown, not recorded
+
+  session.onKey(kEnterKey);  // Go
+  EXPECT_EQ(session.state().loggingState, kLoggingState);
+  EXPECT_TRUE(view.called("pause button 1"));
+  EXPECT_TRUE(view.called("beep"));
+  EXPECT_EQ(link.recordsPerReading, 3);
+  reading(kReleased, "100.0", "-02.0");
+  session.onKey('x');  // not the pause key
+  reading(kReleased, "200.0", "-03.0");
+  session.onButton(465);  // any button pauses
+  EXPECT_EQ(session.state().loggingState, kStandByState);
+  EXPECT_EQ(link.recordsPerReading, 1);
+  reading(kReleased);
+
+  view.yesToExit = false;
+  EXPECT_FALSE(session.exitLogging(false));
+  EXPECT_TRUE(session.running());
+  view.yesToExit = true;
+  session.onKey('X');
+  EXPECT_FALSE(session.running());
+  EXPECT_EQ(session.dataFile(), nullptr);
+  EXPECT_EQ(recordsAfterHeader(),
+            (std::vector<std::string>{"X$STARTED", "T 100.0-02.0", "T 200.0-03.0", "X$PAUSED"}));
+  const std::vector<bool> recorded = {false, true, true, false};
+  for (std::size_t i = 0; i < recorded.size(); ++i)
+    EXPECT_EQ(view.readings[i].recorded, recorded[i]);
+
+  view.calls.clear();  // a new run: Monitor leaves without a question
+  start();
+  session.onKey('u');
+  EXPECT_EQ(view.calls, (std::vector<std::string>{"state Monitor", "monitor buttons", "leave"}));
+}
+
+TEST_F(LoggingRun, ManualTriggerRecordsOneReadingPerPress) {
+  settings.surveyMode = kManualMode;
+  settings.samplesPerReading = 1;
+  start();
+  reading(kPressed);
+  EXPECT_EQ(view.readings.back().triggerIndicator, 'M');  // not logging yet
+  session.onKey('c');
+  session.onKey('g');
+  EXPECT_TRUE(view.called("pause button 4"));
+  const std::string statuses = {kReleased, kPressed, kPressed, static_cast<char>(0xE0),
+                                kReleased, kPressed};
+  for (const char status : statuses)
+    reading(status, "0" + formatInteger(view.readings.size()) + "0.0");
+  std::vector<std::string> recorded;
+  for (const ReadingShown& shown : view.readings) {
+    if (shown.recorded) recorded.push_back(formatFixed(shown.reading.conductivity, 1));
+    if (&shown != &view.readings.front()) {
+      EXPECT_EQ(shown.triggerIndicator, ' ');
+    }
+  }
+  EXPECT_EQ(recorded, (std::vector<std::string>{"-5.0", "-15.0"}));  // readings 2 and 6
+}
+
+TEST_F(LoggingRun, ManualAverageOfThreeSamplesIsRecordedAsOneReading) {
+  settings.surveyMode = kManualMode;
+  settings.samplesPerReading = 3;
+  startLogging();
+  reading(kPressed, "010.0", "-01.5");
+  reading(kReleased, "020.0", "-02.5");  // the trigger is not needed once an average runs
+  reading(kReleased, "031.0", "-03.5");
+  reading(kReleased, "040.0", "-04.5");
+  EXPECT_TRUE(view.called("message Sample 1   of 3  "));
+  EXPECT_TRUE(view.called("message Sample 3   of 3  "));
+  const ReadingShown& averaged = view.readings[2];
+  ASSERT_TRUE(averaged.recorded);
+  EXPECT_FLOAT_EQ(averaged.reading.conductivity, 61.0f / 3 * -0.25f);
+  EXPECT_FLOAT_EQ(averaged.filed.verticalConductivity, averaged.reading.conductivity);
+  EXPECT_FALSE(view.readings[3].recorded);
+  EXPECT_EQ(session.state().surveyMode, kManualMode);
+  EXPECT_EQ(recordsAfterHeader(), (std::vector<std::string>{"X$STARTED", "T +0020-0002"}));
+}
+
+TEST_F(LoggingRun, NewLineStartsTheStationsAgainAndTheFirstGroupStays) {
+  settings.stationIncrement = 2.5f;
+  view.newLine = [this] {
+    settings.currentStation = 10.0;
+    return true;
+  };
+  start();
+  session.onKey('C');
+  session.onKey('L');
+  session.onKey('G');
+  std::vector<double> carried;
+  for (int i = 0; i < 4; ++i) {
+    carried.push_back(settings.currentStation);
+    reading(kReleased);
+  }
+  EXPECT_EQ(carried, (std::vector<double>{10.0, 10.0, 12.5, 15.0}));
+  EXPECT_EQ(view.readings.back().station, "17.50      ");
+  const std::vector<std::string> records = recordsAfterHeader();
+  EXPECT_EQ(std::vector(records.begin(), records.begin() + 8),
+            (std::vector<std::string>{"L", "B", "A", "Z", "*", "S10.00", "*", "X$STARTED"}));
+}
+
+TEST_F(LoggingRun, RepeatNumbersAndBeepsFollowTheStationGroup) {
+  for (const std::int32_t audio : {1, 0}) {
+    settings.audioEnabled = audio;
+    view.calls.clear();
+    startLogging(7);
+    for (int i = 0; i < 8; ++i) reading(kReleased);
+    std::string firstLetters;
+    const std::string bytes = fileBytes();
+    for (std::size_t at = bytes.size() - 8 * dataRecordLength; at < bytes.size();
+         at += dataRecordLength)
+      firstLetters += bytes[at];
+    EXPECT_EQ(firstLetters, "T23456TT");
+    EXPECT_EQ(view.readings.back().count, "1");
+    EXPECT_EQ(std::count(view.calls.begin(), view.calls.end(), "beep"), audio == 1 ? 2 : 1);
+    session.exitLogging(true);
+    std::filesystem::remove(view.folder.path() / view.fileName);
+  }
+}
+
+TEST_F(LoggingRun, LostConnectionEndsTheRunThroughAnOpenDialog) {
+  startLogging();
+  view.comment = u"too late";
+  view.whileDialogUp = [this] {
+    clock.tick = link.lastRecordTick + kConnectionTimeoutMs;
+    session.onTimerTick();  // not yet stale
+    for (int i = 0; i < 8; ++i) {
+      clock.tick += kConnectionTimeoutMs + 1;
+      session.onTimerTick();
+    }
+  };
+  session.onButton(460);  // pause
+  session.onKey('c');
+  EXPECT_EQ(
+      recordsAfterHeader(),
+      (std::vector<std::string>{"X$STARTED", "X$PAUSED", "X$CONN BREAK", "X$CONN BREAK",
+                                "X$CONN BREAK", "X$CONN BREAK", "X$CONN BREAK", "X$CONN END"}));
+  const auto end = std::find(view.calls.begin(), view.calls.end(), "no connection");
+  EXPECT_EQ(std::vector(end, view.calls.end()),
+            (std::vector<std::string>{"no connection", "close dialogs", "leave"}));
+  EXPECT_EQ(std::count(view.calls.begin(), view.calls.end(), "message Please Wait..."), 5);
+  EXPECT_FALSE(view.called("confirm"));
+  EXPECT_FALSE(session.running());
+  EXPECT_EQ(fileBytes().substr(fileBytes().size() - 24, 12), "X$CONN END  ");
+}
+
+}  // namespace
+}  // namespace gc40
