@@ -18,7 +18,7 @@ struct Fault {                    // what is wrong with a record
 using Decoded = std::variant<RecordValue, Fault>;
 
 constexpr std::size_t kLength = dataRecordLength;
-constexpr std::string_view kKnownLetters = "GHLBAZTS*CX@#?\"!";
+constexpr std::string_view kKnownLetters = "GHLBAZT23456S*CX@#?\"!";
 
 std::string_view trimmed(std::string_view text) {
   const std::size_t first = text.find_first_not_of(' ');
@@ -177,6 +177,11 @@ Decoded decodeSingle(Record record) {
     case letter::kDateTime:
       return decodeDateTime(record);
     case letter::kReading:
+    case '2':  // a reading's repeat number at its station replaces the 'T'
+    case '3':
+    case '4':
+    case '5':
+    case '6':
       return decodeReading(record);
     case letter::kStation:
       return decodeStation(record);

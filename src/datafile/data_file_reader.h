@@ -63,8 +63,8 @@ struct DateTimeRecord {  // "Z": the start of a line, to the second
   bool operator==(const DateTimeRecord&) const = default;
 };
 
-struct ReadingRecord {           // "T"
-  std::string instrumentRecord;  // the 12 bytes
+struct ReadingRecord {           // "T", or "2".."6" for a repeat at one station
+  std::string instrumentRecord;  // the 12 bytes as written
   std::uint32_t tick = 0;
   bool operator==(const ReadingRecord&) const = default;
 };

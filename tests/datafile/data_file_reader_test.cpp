@@ -42,6 +42,7 @@ std::string writtenFile() {
         writeGpsRecords(file, sentence, tick++, valid ? '@' : '?', valid ? '#' : '"') && written;
   written = writeTextRecord(file, u"$PAUSED", 'X', 4294967295u) && file.reopenAtEnd() && written;
   written = writeTextRecord(file, u"rock outcrop!", 'C', 3000) && written;
+  written = writeReadingRecord(file, "21123.4-05.6", 3001) && written;  // second at its station
   EXPECT_TRUE(written);
   return testing::readBytes(folder.path() / "031514A.R40");
 }
@@ -61,6 +62,7 @@ TEST(DataFileReader, EveryRecordKindReadsBackAsWritten) {
     expected.push_back(GpsSentenceRecord{sentence, valid, tick++});
   expected.push_back(TextRecord{'X', "$PAUSED", 4294967295u});
   expected.push_back(TextRecord{'C', "rock outcro", 3000});
+  expected.push_back(ReadingRecord{"21123.4-05.6", 3001});
 
   const DataFileContents contents = readDataFile(writtenFile());
   EXPECT_TRUE(contents.problems.empty());
@@ -90,18 +92,18 @@ Spans problemSpans(const DataFileContents& contents, std::size_t size) {
 TEST(DataFileReader, FaultsAreReportedWhereTheyLieAndTheRestIsRead) {
   const std::string good = writtenFile();
   const std::tuple<const char*, std::string, Spans, std::size_t> cases[] = {
-      {"none", good, {}, 15},
+      {"none", good, {}, 16},
       {"truncated tail", good.substr(0, 610), {{600, 10}}, 14},
-      {"garbage", std::string(good).insert(192, "junk\x01junk"), {{192, 9}}, 15},
-      {"garbage with a line feed", std::string(good).insert(192, "zz\nzz"), {{192, 5}}, 15},
-      {"23-byte record", std::string(good).erase(170, 1), {{168, 23}}, 14},
-      {"GPS without its \"!\"", std::string(good).erase(432, 24), {{360, 72}}, 14},
+      {"garbage", std::string(good).insert(192, "junk\x01junk"), {{192, 9}}, 16},
+      {"garbage with a line feed", std::string(good).insert(192, "zz\nzz"), {{192, 5}}, 16},
+      {"23-byte record", std::string(good).erase(170, 1), {{168, 23}}, 15},
+      {"GPS without its \"!\"", std::string(good).erase(432, 24), {{360, 72}}, 15},
       {"GPS without its start",
        std::string(good).erase(360, 24),
        {{360, 24}, {384, 24}, {408, 24}},
-       14},
-      {"unknown letter", std::string(good).replace(168, 1, "Q"), {{168, 24}}, 14},
-      {"tick not a number", std::string(good).replace(166, 1, "x"), {{144, 24}}, 14},
+       15},
+      {"unknown letter", std::string(good).replace(168, 1, "Q"), {{168, 24}}, 15},
+      {"tick not a number", std::string(good).replace(166, 1, "x"), {{144, 24}}, 15},
   };
   for (const auto& [fault, bytes, problems, records] : cases) {
     SCOPED_TRACE(fault);
