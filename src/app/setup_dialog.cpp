@@ -19,8 +19,9 @@ constexpr int kFontPixels = 14;
 constexpr int kMargin = 4;
 constexpr int kSpacing = 3;
 
+// The logging screen's dialogs are owned by a screen inside the main window.
 int ownerScale(QWidget* owner) {
-  const auto* main = qobject_cast<MainWindow*>(owner);
+  const auto* main = owner ? qobject_cast<MainWindow*>(owner->window()) : nullptr;
   return main ? main->scale() : 1;
 }
 
@@ -28,6 +29,10 @@ int ownerScale(QWidget* owner) {
 
 QString qText(std::string_view text) {
   return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+QString qText(std::u16string_view text) {
+  return QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size()));
 }
 
 void fillCombo(QComboBox* combo, const ComboBox& model) {

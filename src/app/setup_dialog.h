@@ -26,6 +26,7 @@ inline constexpr int kIdOk = 1;
 inline constexpr int kIdCancel = 2;
 
 QString qText(std::string_view text);
+QString qText(std::u16string_view text);
 
 // Replaces the list's items and selects the model's item (none for
 // kNoSelection), without raising the list's change notice.
@@ -47,8 +48,8 @@ struct ComboRow {
 
 class SetupDialog : public QDialog {
  public:
-  // `portrait` picks the layout; the scale is the owner's when the owner is
-  // the main window, else 1.
+  // `portrait` picks the layout; the scale is the main window's when the
+  // owner is the main window or one of its screens, else 1.
   SetupDialog(QWidget* owner, const QString& title, bool portrait);
 
   bool portrait() const { return portrait_; }

@@ -8,11 +8,6 @@
 #include "settings/setting_choices.h"
 
 namespace gc40 {
-namespace {
-
-QString qText(const std::u16string& text) { return QString::fromStdU16String(text); }
-
-}  // namespace
 
 SurveySetupView::SurveySetupView(QWidget* owner, LoggerContext& context)
     : SetupDialog(owner, QStringLiteral("Survey Setup"), context.settings.portraitScreen == 1),

@@ -11,12 +11,6 @@ constexpr std::int32_t kAuto = 0;
 constexpr std::int32_t kWheel = 1;
 constexpr std::int32_t kManual = 2;
 
-float floatOf(std::u16string_view text) { return narrowToFloat(parseDecimalPrefix(text)); }
-
-std::u16string fixedText(double value, int decimals) {
-  return windows1252ToWide(formatFixed(value, decimals));
-}
-
 std::span<const std::string_view> dipoleItemsFor(std::int32_t mode) {
   return std::span<const std::string_view>(choices::kDipoleModes).first(mode == kManual ? 3 : 2);
 }
@@ -37,7 +31,7 @@ void showMode(SurveySetupDialog& dialog, bool opening) {
   controls.incrementLabel = u"Stn Increment";
   switch (working.modeShown) {
     case kAuto:
-      controls.values.rateOrSamples = fixedText(working.readingsPerSecond, 2);
+      controls.values.rateOrSamples = formatFixedWide(working.readingsPerSecond, 2);
       break;
     case kWheel:
       controls.values.rateOrSamples = u"Not Available";
@@ -50,7 +44,7 @@ void showMode(SurveySetupDialog& dialog, bool opening) {
       break;
   }
   if (opening) controls.incrementLabel.reset();
-  controls.values.stationIncrement = fixedText(working.stationIncrement, 3);
+  controls.values.stationIncrement = formatFixedWide(working.stationIncrement, 3);
 }
 
 }  // namespace
@@ -69,10 +63,10 @@ SurveySetupDialog openSurveySetup(const Settings& settings) {
   values.component = selectionOf(settings, kComponentSetting);
   showDipoleModes(dialog.controls, settings, values.mode);
   values.line = settings.surveyLine;
-  values.lineIncrement = fixedText(settings.lineIncrement, 2);
+  values.lineIncrement = formatFixedWide(settings.lineIncrement, 2);
   values.lineSequence = selectionOf(settings, kLineSequenceSetting);
   values.lineDirection = selectionOf(settings, kLineDirectionSetting);
-  values.startStation = fixedText(settings.startStation, 3);
+  values.startStation = formatFixedWide(settings.startStation, 3);
   showMode(dialog, true);
   return dialog;
 }
@@ -92,7 +86,7 @@ void changeSurveyMode(SurveySetupDialog& dialog, Settings& settings, std::int32_
 }
 
 void editRateOrSamples(SurveySetupDialog& dialog, std::u16string text) {
-  float value = floatOf(text);
+  float value = parseFloatPrefix(text);
   if (value <= 0.0f) value = 1.0f;
   dialog.controls.values.rateOrSamples = std::move(text);
   if (dialog.working.modeShown == kAuto) dialog.working.readingsPerSecond = value;
@@ -101,11 +95,11 @@ void editRateOrSamples(SurveySetupDialog& dialog, std::u16string text) {
 
 void editStationIncrement(SurveySetupDialog& dialog, std::u16string text) {
   SurveySetupWorking& working = dialog.working;
-  working.stationIncrement = floatOf(text);
+  working.stationIncrement = parseFloatPrefix(text);
   dialog.controls.values.stationIncrement = std::move(text);
   if (working.stationIncrement == 0.0f) {
     working.stationIncrement = 1.0f;
-    dialog.controls.values.stationIncrement = fixedText(working.stationIncrement, 3);
+    dialog.controls.values.stationIncrement = formatFixedWide(working.stationIncrement, 3);
   }
   working.modeIncrements[static_cast<std::size_t>(working.modeShown)] = working.stationIncrement;
 }

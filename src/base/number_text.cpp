@@ -61,6 +61,11 @@ std::string formatFixed(double value, int decimals) {
   return std::string(buffer.data(), result.ptr);
 }
 
+std::u16string formatFixedWide(double value, int decimals) {
+  const std::string text = formatFixed(value, decimals);  // ASCII only
+  return std::u16string(text.begin(), text.end());
+}
+
 std::string formatInteger(std::int64_t value) {
   std::array<char, 24> buffer{};
   const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
@@ -102,6 +107,8 @@ double parseDecimalPrefix(std::u16string_view text) {
                  [](char16_t c) { return c < 0x80 ? static_cast<char>(c) : '?'; });
   return parseDecimalPrefix(std::string_view(narrow));
 }
+
+float parseFloatPrefix(std::u16string_view text) { return narrowToFloat(parseDecimalPrefix(text)); }
 
 std::int32_t parseIntegerPrefix(std::string_view text) {
   text = skipSpace(text);

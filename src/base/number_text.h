@@ -11,6 +11,9 @@ namespace gc40 {
 // As printf("%.*f", decimals, value) in the "C" locale.
 std::string formatFixed(double value, int decimals);
 
+// The same as wide text, for the fields of the dialogs.
+std::u16string formatFixedWide(double value, int decimals);
+
 // As printf("%d") / printf("%ld").
 std::string formatInteger(std::int64_t value);
 
@@ -27,6 +30,9 @@ std::string formatSignedZeroPadded(std::int64_t value, std::size_t width);
 double parseDecimalPrefix(std::string_view text);
 // The same for wide text, as wcstod (only ASCII characters can form a number).
 double parseDecimalPrefix(std::u16string_view text);
+
+// As wcstod narrowed to float: how the dialogs read their float fields.
+float parseFloatPrefix(std::u16string_view text);
 
 // As atoi/_wtoi: leading white space, optional sign, leading digits; 0 when
 // there are none. Saturates at the int32 limits instead of overflowing.

@@ -8,10 +8,8 @@
 namespace gc40 {
 namespace {
 
-float floatOf(std::u16string_view text) { return narrowToFloat(parseDecimalPrefix(text)); }
-
 void acceptRate(Settings& settings, std::u16string_view text) {
-  float perSecond = floatOf(leadingUnits(text, kSurveySetupRateMaxLength));
+  float perSecond = parseFloatPrefix(leadingUnits(text, kSurveySetupRateMaxLength));
   if (perSecond == 0.0f) perSecond = 1.0f;  // a negative rate is taken as it stands
   settings.readingInterval = narrowToFloat(1.0 / static_cast<double>(perSecond));
   computeSamplesPerReading(settings);
@@ -32,13 +30,13 @@ void acceptSurveySetup(Settings& settings, const SurveySetupEntry& entry) {
   settings.component = entry.component;
   settings.dipoleMode = entry.dipoleMode;
   settings.surveyLine = leadingUnits(entry.line, kSurveySetupLineMaxLength);
-  settings.surveyLineValue = floatOf(settings.surveyLine);
-  settings.lineIncrement = floatOf(entry.lineIncrement);
+  settings.surveyLineValue = parseFloatPrefix(settings.surveyLine);
+  settings.lineIncrement = parseFloatPrefix(entry.lineIncrement);
   settings.lineSequence = entry.lineSequence;
   settings.lineDirection = entry.lineDirection;
   settings.startStation = parseDecimalPrefix(entry.startStation);
   settings.currentStation = settings.startStation;
-  settings.stationIncrement = floatOf(entry.stationIncrement);
+  settings.stationIncrement = parseFloatPrefix(entry.stationIncrement);
   if (float* perMode = perModeStationIncrement(settings, entry.mode)) {
     *perMode = settings.stationIncrement;
   }
