@@ -74,6 +74,16 @@ std::string formatZeroPadded(std::int64_t value, std::size_t width) {
   return text;
 }
 
+std::string leftAligned(std::string text, std::size_t width) {
+  if (text.size() < width) text.append(width - text.size(), ' ');
+  return text;
+}
+
+std::string rightAligned(std::string text, std::size_t width) {
+  if (text.size() < width) text.insert(0, width - text.size(), ' ');
+  return text;
+}
+
 double parseDecimalPrefix(std::string_view text) {
   text = skipSpace(text);
   bool negative = false;

@@ -18,6 +18,11 @@ std::string formatInteger(std::int64_t value);
 // to `width` characters in all.
 std::string formatZeroPadded(std::int64_t value, std::size_t width);
 
+// printf's field width: blanks after the text ("%-8s") or before it ("%8s")
+// up to `width` characters; a longer text stays whole.
+std::string leftAligned(std::string text, std::size_t width);
+std::string rightAligned(std::string text, std::size_t width);
+
 // As wcstod/strtod in the "C" locale: leading white space, an optional sign,
 // the longest decimal number (or "inf"/"nan") that follows; 0 when none.
 // Out of range gives +-infinity or a signed zero, as strtod does.
