@@ -84,6 +84,16 @@ std::string formatSignedZeroPadded(std::int64_t value, std::size_t width) {
   return "+" + formatZeroPadded(value, width > 0 ? width - 1 : 0);
 }
 
+std::string leftAligned(std::string text, std::size_t width) {
+  if (text.size() < width) text.append(width - text.size(), ' ');
+  return text;
+}
+
+std::string rightAligned(std::string text, std::size_t width) {
+  if (text.size() < width) text.insert(0, width - text.size(), ' ');
+  return text;
+}
+
 double parseDecimalPrefix(std::string_view text) {
   text = skipSpace(text);
   bool negative = false;

@@ -23,6 +23,10 @@ std::string formatZeroPadded(std::int64_t value, std::size_t width);
 
 // As printf("%+0*ld", width, value): the same, with a sign on every value.
 std::string formatSignedZeroPadded(std::int64_t value, std::size_t width);
+// printf's field width: blanks after the text ("%-8s") or before it ("%8s")
+// up to `width` characters; a longer text stays whole.
+std::string leftAligned(std::string text, std::size_t width);
+std::string rightAligned(std::string text, std::size_t width);
 
 // As wcstod/strtod in the "C" locale: leading white space, an optional sign,
 // the longest decimal number (or "inf"/"nan") that follows; 0 when none.

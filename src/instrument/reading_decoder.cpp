@@ -107,11 +107,11 @@ void fileReading(const DecodedReading& reading, bool withConductivity, FiledValu
   (vertical ? filed.verticalInphaseValid : filed.horizontalInphaseValid) = 1;
 }
 
-std::int32_t pixelsBelowTop(float scaleMax, float value, float pixelsPerUnit) {
+}  // namespace
+
+std::int32_t plotOffset(float scaleMax, float value, float pixelsPerUnit) {
   return truncateToInt32((scaleMax - value) * pixelsPerUnit);  // single precision throughout
 }
-
-}  // namespace
 
 DecodedReading decodeInstrumentRecord(std::string_view record, const Settings& settings,
                                       FiledValues& filed) {
@@ -140,12 +140,11 @@ std::array<std::int32_t, 4> readingToPlotOffsets(const FiledValues& filed,
                                                  const Settings& settings) {
   const float conductivityTop = settings.conductivityScaleMax;
   const float inphaseTop = settings.inphaseScaleMax;
-  return {pixelsBelowTop(conductivityTop, filed.verticalConductivity,
-                         settings.conductivityPixelsPerUnit),
-          pixelsBelowTop(conductivityTop, filed.horizontalConductivity,
-                         settings.conductivityPixelsPerUnit),
-          pixelsBelowTop(inphaseTop, filed.verticalInphase, settings.inphasePixelsPerUnit),
-          pixelsBelowTop(inphaseTop, filed.horizontalInphase, settings.inphasePixelsPerUnit)};
+  return {
+      plotOffset(conductivityTop, filed.verticalConductivity, settings.conductivityPixelsPerUnit),
+      plotOffset(conductivityTop, filed.horizontalConductivity, settings.conductivityPixelsPerUnit),
+      plotOffset(inphaseTop, filed.verticalInphase, settings.inphasePixelsPerUnit),
+      plotOffset(inphaseTop, filed.horizontalInphase, settings.inphasePixelsPerUnit)};
 }
 
 }  // namespace gc40

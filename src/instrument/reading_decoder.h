@@ -36,6 +36,11 @@ struct DecodedReading {
 DecodedReading decodeInstrumentRecord(std::string_view record, const Settings& settings,
                                       FiledValues& filed);
 
+// Pixels below the top of the profile for `value` on a scale whose top is
+// `scaleMax`: (scaleMax - value) x pixelsPerUnit in single precision,
+// truncated toward zero. Values above the top give negative offsets.
+std::int32_t plotOffset(float scaleMax, float value, float pixelsPerUnit);
+
 // Pixel offsets below the top of the plot: V conductivity, H conductivity,
 // V inphase, H inphase.
 std::array<std::int32_t, 4> readingToPlotOffsets(const FiledValues& filed,

@@ -4,12 +4,14 @@
 #include <utility>
 
 #include "base/number_text.h"
+#include "base/text_codec.h"
 #include "datafile/data_records.h"
 #include "datafile/record_writers.h"
 #include "instrument/reading_decoder.h"
 #include "logging/command_keys.h"
 #include "logging/logging_texts.h"
 #include "logging/reading_decision.h"
+#include "logging/status_texts.h"
 #include "settings/setting_choices.h"
 
 namespace gc40 {
@@ -97,7 +99,7 @@ void LoggingSession::createFile() {
   // A file made while the run was being given up is closed again unused.
   if (!running_ || !file) return;
   dataFile_.emplace(std::move(*file));
-  view_.showFileName(fileFieldText(dataFile_->baseName()));
+  view_.showFileName(fileText(windows1252ToWide(dataFile_->baseName())));
   view_.showStateText(stateText(kStandByState));
   showLineAndStation();
   showStandByButtons();
@@ -210,7 +212,7 @@ void LoggingSession::onReading() {
     const std::int32_t samples = effectiveSamplesPerReading(settings_.samplesPerReading);
     const AverageProgress progress =
         addAverageSample(state_, samples, record, shown.reading, shown.filed);
-    view_.showMessage(sampleText(progress.sample, samples));
+    view_.showMessage(averagingText(progress.sample, samples));
     averaged = progress.complete;
   }
   shown.recorded = triggered && (state_.averagingActive != 1 || averaged);

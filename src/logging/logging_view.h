@@ -47,7 +47,7 @@ class LoggingView {
   // The status screen. Each call replaces what its field showed before.
   virtual void showButtons(const ButtonGroupShown& buttons) = 0;  // hides the other groups
   virtual void showStateText(std::string_view text) = 0;  // "Monitor", "Stand By", "Logging"
-  virtual void showFileName(std::string_view text) = 0;   // "File:" and up to 8 characters
+  virtual void showFileName(std::u16string_view text) = 0;   // "File:" and up to 8 characters
   virtual void showLineAndStation(std::u16string_view line, std::string_view station) = 0;
   virtual void showMessage(std::string_view text) = 0;  // the message field; "" clears it
   virtual void showReading(const ReadingShown& shown) = 0;

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "base/number_text.h"
+#include "base/text_codec.h"
 #include "datafile/data_file_reader.h"
 #include "datafile/record_writers.h"
 #include "logging/command_keys.h"
@@ -37,7 +38,7 @@ struct FakeView : LoggingView {
                                             : "monitor buttons");
   }
   void showStateText(std::string_view text) override { note("state " + std::string(text)); }
-  void showFileName(std::string_view text) override { note(std::string(text)); }
+  void showFileName(std::u16string_view text) override { note(wideToWindows1252(text)); }
   void showLineAndStation(std::u16string_view, std::string_view) override {}
   void showMessage(std::string_view text) override { note("message " + std::string(text)); }
   void showReading(const ReadingShown& shown) override { readings.push_back(shown); }

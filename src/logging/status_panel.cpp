@@ -1,0 +1,136 @@
+#include "logging/status_panel.h"
+
+#include <QFontMetrics>
+#include <QPaintEvent>
+#include <QPainter>
+
+#include "logging/status_texts.h"
+#include "platform/battery.h"
+
+namespace gc40 {
+namespace {
+
+constexpr int kFontPixels = 14;
+constexpr std::int32_t kManualMode = 2;
+
+QString qText(std::string_view text) {
+  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+QRect toQRect(const FieldRect& r) { return QRect(r.x, r.y, r.width, r.height); }
+
+}  // namespace
+
+StatusPanel::BatterySource StatusPanel::machineBattery() {
+  return [] { return platform::batteryPercent(); };
+}
+
+StatusPanel::StatusPanel(bool portrait, int scale, BatterySource battery, QWidget* parent)
+    : QWidget(parent), portrait_(portrait), battery_(std::move(battery)) {
+  QFont font = this->font();
+  font.setPixelSize(kFontPixels * scale);
+  setFont(font);
+  const QFontMetrics metrics(font);
+  const auto textWidth = [&metrics](std::string_view text) {
+    return metrics.horizontalAdvance(qText(text));
+  };
+  layout_ = statusLayout(portrait, scale, textWidth, metrics.height());
+  setFixedSize(layout_.width, layout_.height);
+}
+
+void StatusPanel::showStatus(const Settings& settings, std::int32_t loggingState,
+                             const QString& fileBaseName, std::uint32_t tick) {
+  using F = StatusField;
+  showFileName(fileBaseName);
+  showState(loggingState);
+  const bool manual = settings.surveyMode == kManualMode;
+  setText(F::kTriggerMode, qText(triggerModeText(settings.surveyMode)));
+  setText(F::kManualLabel, manual ? qText(kManualStationLabel) : QString());
+  setText(F::kCount, manual ? qText(countText(0)) : QString());
+  setText(F::kStationLabel, qText(kStationLabel));
+  showStation(settings.currentStation);
+  setText(F::kLineLabel, qText(kLineLabel));
+  showLine(QString::fromStdU16String(settings.surveyLine));
+  // While this text stands, the GPS values under it are not drawn.
+  setText(F::kGpsDisabled, settings.gpsEnabled == 1 ? QString() : qText(kGpsDisabledText));
+  drawBattery(tick);
+}
+
+void StatusPanel::showState(std::int32_t loggingState) {
+  setText(StatusField::kState, qText(stateText(loggingState)));
+}
+
+void StatusPanel::showFileName(const QString& baseName) {
+  const QString shown = baseName.isEmpty()
+                            ? QString()
+                            : QString::fromStdU16String(fileText(baseName.toStdU16String()));
+  setText(StatusField::kFile, shown);
+}
+
+void StatusPanel::showStation(double station) {
+  setText(StatusField::kStation, qText(stationText(station)));
+}
+
+void StatusPanel::showCount(std::int32_t readingsAtStation) {
+  setText(StatusField::kCount, qText(countText(readingsAtStation)));
+}
+
+void StatusPanel::showLine(const QString& surveyLine) { setText(StatusField::kLine, surveyLine); }
+
+void StatusPanel::showMessage(const QString& text) { setText(StatusField::kMessage, text); }
+
+void StatusPanel::showReading(const DecodedReading& reading, const Settings& settings) {
+  using F = StatusField;
+  setText(F::kMode, qText(dipoleModeText(settings.dipoleMode)));
+  setText(F::kConductivity, qText(conductivityText(reading, settings.component, portrait_)));
+  setText(F::kInphase, qText(inphaseText(reading, portrait_)));
+  setText(F::kDipoleRange, qText(dipoleRangeText(reading, portrait_)));
+}
+
+void StatusPanel::showTrigger(bool triggerPressed, std::int32_t surveyMode,
+                              std::int32_t loggingState) {
+  setText(StatusField::kTriggerIndicator,
+          qText(triggerIndicatorText(triggerPressed, surveyMode, loggingState)));
+}
+
+void StatusPanel::refreshBattery(std::uint32_t tick) {
+  if (batteryRefreshDue(tick, batteryTick_)) drawBattery(tick);
+}
+
+void StatusPanel::drawBattery(std::uint32_t tick) {
+  setText(StatusField::kBattery, qText(batteryText(battery_())));
+  batteryTick_ = tick;
+}
+
+void StatusPanel::setText(StatusField field, const QString& text) {
+  QString& kept = texts_[static_cast<std::size_t>(field)];
+  if (kept == text) return;
+  kept = text;
+  update(fieldRect(field));
+}
+
+QString StatusPanel::text(StatusField field) const {
+  return texts_[static_cast<std::size_t>(field)];
+}
+
+QRect StatusPanel::fieldRect(StatusField field) const { return toQRect(layout_[field]); }
+
+void StatusPanel::paintEvent(QPaintEvent* event) {
+  QPainter painter(this);
+  painter.fillRect(event->rect(), Qt::white);
+  painter.setPen(Qt::black);
+  const bool gpsDisabled = !text(StatusField::kGpsDisabled).isEmpty();
+  for (int i = 0; i < kStatusFieldCount; ++i) {
+    const auto field = static_cast<StatusField>(i);
+    const QRect rect = fieldRect(field);
+    const QString& shown = texts_[static_cast<std::size_t>(i)];
+    if (shown.isEmpty() || !event->rect().intersects(rect)) continue;
+    if (gpsDisabled && fieldsTakeTurns(field, StatusField::kGpsDisabled)) continue;
+    // A text wider than its field (a huge value, a long line name) is cut at
+    // the field's edge rather than drawn over its neighbour.
+    painter.setClipRect(rect);
+    painter.drawText(rect, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, shown);
+  }
+}
+
+}  // namespace gc40

@@ -1,0 +1,67 @@
+#pragma once
+// The logging screen's status display above the live profile: data file,
+// state, trigger mode, battery, station and line, GPS status, and the values
+// of each reading. Every field keeps its text, so a repaint shows what was
+// last set, and a change repaints only the field it touches.
+
+#include <QString>
+#include <QWidget>
+#include <cstdint>
+#include <functional>
+#include <optional>
+
+#include "instrument/reading_decoder.h"
+#include "logging/status_layout.h"
+#include "settings/settings.h"
+
+namespace gc40 {
+
+class StatusPanel : public QWidget {
+ public:
+  using BatterySource = std::function<std::optional<int>()>;
+  static BatterySource machineBattery();
+
+  // `portrait` picks the layout and `scale` is the window's whole factor; the
+  // panel takes the size its layout needs.
+  StatusPanel(bool portrait, int scale, BatterySource battery = machineBattery(),
+              QWidget* parent = nullptr);
+
+  // The whole screen as the window shows it: the file (an empty name when no
+  // file is open), the state, the trigger mode with the Manual label and
+  // count, the station, the line and the GPS fields; the battery is asked now.
+  void showStatus(const Settings& settings, std::int32_t loggingState, const QString& fileBaseName,
+                  std::uint32_t tick);
+
+  void showState(std::int32_t loggingState);
+  void showFileName(const QString& baseName);
+  void showStation(double station);
+  void showCount(std::int32_t readingsAtStation);
+  void showLine(const QString& surveyLine);
+  void showMessage(const QString& text);  // empty clears the message line
+
+  // Per reading: the survey's dipole mode, the values and the reading's
+  // dipole and range.
+  void showReading(const DecodedReading& reading, const Settings& settings);
+  void showTrigger(bool triggerPressed, std::int32_t surveyMode, std::int32_t loggingState);
+  // Asks the battery again once three minutes have passed since it was drawn.
+  void refreshBattery(std::uint32_t tick);
+
+  // Any field as it is, such as the GPS values worked out from the sentences.
+  void setText(StatusField field, const QString& text);
+  QString text(StatusField field) const;
+  QRect fieldRect(StatusField field) const;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  void drawBattery(std::uint32_t tick);
+
+  bool portrait_;
+  BatterySource battery_;
+  StatusLayout layout_;
+  std::array<QString, kStatusFieldCount> texts_;
+  std::uint32_t batteryTick_ = 0;
+};
+
+}  // namespace gc40

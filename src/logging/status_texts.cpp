@@ -1,0 +1,102 @@
+#include "logging/status_texts.h"
+
+#include "base/number_text.h"
+
+namespace gc40 {
+namespace {
+
+constexpr std::int32_t kManualMode = 2;
+constexpr std::int32_t kLogging = 1;
+constexpr std::int32_t kComponentBoth = 0;
+constexpr std::size_t kFileNameShown = 8;
+constexpr std::uint32_t kBatteryRefreshMs = 180000;
+
+// "%-8.2f": a NaN or an infinity stays short ("nan", "-inf"), and the field
+// clips anything wider, so no value can push into its neighbour.
+std::string valueText(float value) { return leftAligned(formatFixed(value, 2), 8); }
+
+bool isHighSurrogate(char16_t c) { return c >= 0xD800 && c <= 0xDBFF; }
+
+}  // namespace
+
+std::string_view stateText(std::int32_t loggingState) {
+  switch (loggingState) {
+    case -1:
+      return "Stand By";
+    case 0:
+      return "Monitor";
+    case 1:
+      return "Logging";
+    default:
+      return "";
+  }
+}
+
+std::u16string fileText(std::u16string_view baseName) {
+  std::u16string_view shown = baseName.substr(0, kFileNameShown);
+  // Never half a character: a pair cut in two would show as a box.
+  if (shown.size() == kFileNameShown && isHighSurrogate(shown.back())) shown.remove_suffix(1);
+  return u"File:" + std::u16string(shown);
+}
+
+std::string_view triggerModeText(std::int32_t surveyMode) {
+  switch (surveyMode) {
+    case 0:
+      return "Auto";
+    case 1:
+      return "Wheel";
+    case 2:
+      return "Manual";
+    default:
+      return "";
+  }
+}
+
+std::string batteryText(std::optional<int> percent) {
+  if (!percent) return "AC";
+  return rightAligned(formatInteger(*percent), 3) + '%';
+}
+
+std::string stationText(double station) { return leftAligned(formatFixed(station, 2), 11); }
+
+std::string countText(std::int32_t readingsAtStation) { return formatInteger(readingsAtStation); }
+
+std::string dipoleModeText(std::int32_t dipoleMode) {
+  constexpr std::string_view kLetters = "VHB";
+  const bool known = dipoleMode >= 0 && dipoleMode < std::ssize(kLetters);
+  return std::string("Mode:") + (known ? kLetters[static_cast<std::size_t>(dipoleMode)] : ' ');
+}
+
+std::string conductivityText(const DecodedReading& reading, std::int32_t component, bool portrait) {
+  if (component != kComponentBoth) return "";
+  return "C:" + valueText(reading.conductivity) + (portrait ? "mS/m" : "");
+}
+
+std::string inphaseText(const DecodedReading& reading, bool portrait) {
+  return "I:" + valueText(reading.inphase) + (portrait ? "ppt" : "");
+}
+
+std::string dipoleRangeText(const DecodedReading& reading, bool portrait) {
+  const bool vertical = reading.dipole == 'V';
+  const std::string range = leftAligned(formatInteger(reading.range), 4);
+  if (portrait)
+    return (vertical ? "Vertical Dipoles   Range:" : "Horizontal Dipoles   Range:") + range;
+  return (vertical ? "Vertical  G" : "Horizontal  G") + range;
+}
+
+std::string averagingText(std::int32_t sampleIndex, std::int32_t samplesPerReading) {
+  return "Sample " + leftAligned(formatInteger(sampleIndex), 3) + " of " +
+         leftAligned(formatInteger(samplesPerReading), 3);
+}
+
+std::string_view triggerIndicatorText(bool triggerPressed, std::int32_t surveyMode,
+                                      std::int32_t loggingState) {
+  const bool manualLogging = surveyMode == kManualMode && loggingState == kLogging;
+  return triggerPressed && !manualLogging ? "M" : " ";
+}
+
+bool batteryRefreshDue(std::uint32_t nowTick, std::uint32_t lastDrawnTick) {
+  return static_cast<std::uint32_t>(nowTick - lastDrawnTick) > kBatteryRefreshMs;
+}
+
+}  // namespace gc40
