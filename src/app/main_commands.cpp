@@ -8,12 +8,22 @@
 #include "app/setup_dialogs.h"
 #include "app/view_files_screen.h"
 #include "instrument/serial_ports.h"
+#include "logging/logging_window.h"
 
 namespace gc40 {
 
 MainCommands::MainCommands(MainWindow& window)
-    : QObject(&window), window_(window), viewFiles_(new ViewFilesScreen(&window)) {
+    : QObject(&window),
+      window_(window),
+      logging_(new LoggingWindow(window.context(), &window, window.scale())),
+      viewFiles_(new ViewFilesScreen(&window)) {
   connect(&window, &MainWindow::commandChosen, this, &MainCommands::carryOut);
+  // A run that ended (normally or for a lost connection) gives the menu its keys back.
+  connect(logging_, &LoggingWindow::runEnded, this, [this] {
+    window_.setKeysActive(false);
+    window_.setFocus();
+    window_.update();
+  });
 }
 
 void MainCommands::carryOut(MainCommand command) {
@@ -47,9 +57,8 @@ void MainCommands::carryOut(MainCommand command) {
   window_.update();
 }
 
-// The run start as far as the instrument port. The logging screen that takes
-// the port over comes with the logging work; until then a port that opened is
-// closed again and the run counts as ended, so the keys work again.
+// The run start up to the instrument port; the logging screen takes it from
+// there.
 void MainCommands::startMonitorLog() {
   LoggerContext& context = window_.context();
   context.profileTraces = setupProfileTraces(context.settings);
@@ -69,8 +78,7 @@ void MainCommands::startMonitorLog() {
     showSerialPortFailure(&window_, kCannotOpenInstrumentPort, opening.failure);
     return;
   }
-  opening.port->close();
-  window_.setKeysActive(false);
+  logging_->startRun(std::move(opening.port));
 }
 
 }  // namespace gc40

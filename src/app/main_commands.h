@@ -9,6 +9,7 @@
 namespace gc40 {
 
 class MainWindow;
+class LoggingWindow;
 class ViewFilesScreen;
 
 class MainCommands : public QObject {
@@ -25,6 +26,7 @@ class MainCommands : public QObject {
   void showViewFiles();
 
   MainWindow& window_;
+  LoggingWindow* logging_ = nullptr;
   ViewFilesScreen* viewFiles_ = nullptr;
 };
 

@@ -1,0 +1,333 @@
+#include "logging/logging_window.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QMessageBox>
+#include <QScopeGuard>
+
+#include "app/key_codes.h"
+#include "app/setup_dialogs.h"
+#include "app/window_geometry.h"
+#include "base/text_codec.h"
+#include "datafile/create_data_file.h"
+#include "instrument/instrument_reader.h"
+#include "instrument/serial_ports.h"
+#include "logging/command_keys.h"
+#include "logging/line_station_dialogs.h"
+#include "logging/logging_texts.h"
+#include "logging/profile_view.h"
+#include "logging/status_panel.h"
+#include "platform/clock.h"
+
+namespace gc40 {
+namespace {
+
+constexpr int kButtonRowHeight = 22;  // the bottom strip the buttons stand in
+constexpr int kButtonHeight = 20;
+constexpr int kButtonLeft = 2;
+constexpr int kMinPlotHeight = 40;
+
+// Menu position in layout pixels: left-aligned in portrait, right-aligned in
+// landscape.
+constexpr QPoint kPortraitMenuAt(20, 10);
+constexpr QPoint kLandscapeMenuAt(220, 10);
+
+class MachineClock : public LoggingClock {
+ public:
+  std::uint32_t tickCount() override { return platform::tickCount(); }
+  LocalTime localTime() override { return platform::localTimeNow(); }
+};
+
+QString qText(std::string_view text) {
+  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+QString qText(std::u16string_view text) {
+  return QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+LayoutSize screenOf(const Settings& settings) {
+  return layoutSize(settings.portraitScreen == 1 ? Orientation::kPortrait
+                                                 : Orientation::kLandscape);
+}
+
+// The dialogs the connection watch closes when the instrument is gone.
+const QStringList kClosedByCaption = {"Create Data File", "Display Options", "New Line",
+                                      "New Station",      "Enter Comment",   "Enter Scale"};
+
+}  // namespace
+
+LoggingWindow::LoggingWindow(LoggerContext& context, QWidget* mainWindow, int scale,
+                             LoggingClock* clock)
+    : QWidget(mainWindow),
+      context_(context),
+      scale_(scale),
+      ownClock_(clock ? nullptr : std::make_unique<MachineClock>()),
+      clock_(clock ? *clock : *ownClock_),
+      session_(context.settings, link_, *this, clock_) {
+  setObjectName(QStringLiteral("LoggingWnd"));
+  setAutoFillBackground(true);
+  setPalette(QPalette(Qt::white));
+  setFocusPolicy(Qt::StrongFocus);
+  Settings& settings = context_.settings;
+  const LayoutSize screen = screenOf(settings);
+  setFixedSize(screen.width * scale, screen.height * scale);
+
+  status_ =
+      new StatusPanel(settings.portraitScreen == 1, scale, StatusPanel::machineBattery(), this);
+  // The profile takes what the status display and the button strip leave.
+  const int statusHeight = status_->height() / scale;
+  settings.plotHeight =
+      std::max(kMinPlotHeight, screen.height - statusHeight - kButtonRowHeight - 2);
+  recomputeScaleFactors(settings);
+  profile_ = new ProfileView(settings, context_.profileTraces, scale, this);
+  profile_->setObjectName(QStringLiteral("5"));
+  profile_->move(0, status_->height());
+  createButtons();
+  connect(&connectionTimer_, &QTimer::timeout, this, [this] { session_.onTimerTick(); });
+  hide();
+}
+
+LoggingWindow::~LoggingWindow() { closePorts(); }
+
+// When a dialog or box closes, the keys come back to this screen rather than
+// to whichever window Qt activates next.
+auto LoggingWindow::keysBackAfterDialog() {
+  return qScopeGuard([this] {
+    if (isVisible()) activateWindow(), setFocus();
+  });
+}
+
+void LoggingWindow::createButtons() {
+  const bool portrait = context_.settings.portraitScreen == 1;
+  for (int i = 0; i < kMonitorButtonCount; ++i)
+    monitorButtons_[i] = makeButton(kFirstLoggingButtonId + i, kMonitorButtonLabels[i].data());
+  for (int i = 0; i < kStandByButtonCount; ++i)
+    standByButtons_[i] = makeButton(kFirstLoggingButtonId + i, kStandByButtonLabels[i].data());
+  const auto& pauseLabels = portrait ? kPortraitPauseLabels : kLandscapePauseLabels;
+  for (int i = 0; i < kPauseButtonCount; ++i)
+    pauseButtons_[i] = makeButton(kFirstLoggingButtonId + i, pauseLabels[i].data());
+  placeButtonRow({monitorButtons_.begin(), monitorButtons_.end()}, portrait ? 114 : 154,
+                 portrait ? 118 : 158);
+  placeButtonRow({standByButtons_.begin(), standByButtons_.end()}, portrait ? 38 : 50,
+                 portrait ? 39 : 52);
+  for (QPushButton* button : pauseButtons_) placeButtonRow({button}, portrait ? 236 : 312, 0);
+}
+
+QPushButton* LoggingWindow::makeButton(int id, const char* label) {
+  auto* button = new QPushButton(QString::fromLatin1(label), this);
+  button->setObjectName(QString::number(id));
+  // The window keeps the keys: a focused button would take Space and Enter.
+  button->setFocusPolicy(Qt::NoFocus);
+  button->hide();
+  connect(button, &QPushButton::clicked, this, [this, id] { session_.onButton(id); });
+  return button;
+}
+
+void LoggingWindow::placeButtonRow(const std::vector<QPushButton*>& row, int width, int pitch) {
+  const int top = screenOf(context_.settings).height - kButtonRowHeight + 1;
+  for (std::size_t i = 0; i < row.size(); ++i) {
+    const int left = kButtonLeft + static_cast<int>(i) * pitch;
+    row[i]->setGeometry(left * scale_, top * scale_, width * scale_, kButtonHeight * scale_);
+  }
+}
+
+void LoggingWindow::startRun(std::unique_ptr<QSerialPort> instrumentPort) {
+  const LocalTime now = clock_.localTime();
+  if (context_.options.rawLogFolder) {
+    std::string error;
+    if (auto opened = RawCapture::open(*context_.options.rawLogFolder, "instrument", now, &error))
+      capture_.emplace(std::move(*opened));
+    else
+      qWarning("gc40: no raw capture: %s", error.c_str());
+  }
+  session_.prepareRun(context_.profileTraces);
+  reader_ = new InstrumentReader(
+      std::move(instrumentPort), link_, [this] { session_.onReading(); },
+      capture_ ? &*capture_ : nullptr, this);
+  reader_->start();
+  connectionTimer_.start(static_cast<int>(kConnectionTimeoutMs));
+  if (context_.settings.gpsEnabled == 1) openGpsPort();
+  status_->showStatus(context_.settings, kMonitorState, QString(), clock_.tickCount());
+  profile_->restart();
+  setGeometry(parentWidget()->rect());
+  show();
+  raise();
+  setFocus();
+}
+
+// A GPS port that does not open leaves the run without GPS.
+void LoggingWindow::openGpsPort() {
+  SerialPortOpening opening = gc40::openGpsPort(context_.settings, context_.ports);
+  if (!opening.port) {
+    showSerialPortFailure(this, kCannotOpenGpsPort, opening.failure);
+    return;
+  }
+  gpsPort_ = std::move(opening.port);
+}
+
+void LoggingWindow::closePorts() {
+  connectionTimer_.stop();
+  if (reader_) {
+    reader_->stop();
+    reader_->deleteLater();  // it may be inside its reading handler now
+    reader_ = nullptr;
+  }
+  gpsPort_.reset();
+  capture_.reset();
+}
+
+bool LoggingWindow::event(QEvent* event) {
+  // Taken before Qt's focus chain, so that Tab and Return reach the session.
+  if (event->type() == QEvent::KeyPress && isVisible()) {
+    setFocus();
+    session_.onKey(handheldKeyCode(*static_cast<QKeyEvent*>(event)));
+    return true;
+  }
+  return QWidget::event(event);
+}
+
+void LoggingWindow::showButtons(const ButtonGroupShown& buttons) {
+  const auto hideAll = [](auto& group) {
+    for (QPushButton* button : group) button->hide(), button->setDefault(false);
+  };
+  hideAll(monitorButtons_);
+  hideAll(standByButtons_);
+  hideAll(pauseButtons_);
+  QPushButton* highlighted = nullptr;
+  switch (buttons.group) {
+    case ButtonGroup::kMonitor:
+      for (QPushButton* button : monitorButtons_) button->show();
+      highlighted = monitorButtons_.at(std::size_t(buttons.selectedButton));
+      break;
+    case ButtonGroup::kStandBy:
+      for (QPushButton* button : standByButtons_) button->show();
+      highlighted = standByButtons_.at(std::size_t(buttons.selectedButton));
+      break;
+    case ButtonGroup::kPause:
+      highlighted = pauseButtons_.at(std::size_t(buttons.pauseButton));
+      highlighted->show();
+      break;
+  }
+  highlighted->setDefault(true);
+}
+
+void LoggingWindow::showStateText(std::string_view text) {
+  status_->setText(StatusField::kState, qText(text));
+}
+
+void LoggingWindow::showFileName(std::u16string_view text) {
+  status_->setText(StatusField::kFile, qText(text));
+}
+
+void LoggingWindow::showLineAndStation(std::u16string_view line, std::string_view station) {
+  status_->showLine(qText(line));
+  status_->setText(StatusField::kStation, qText(station));
+}
+
+void LoggingWindow::showMessage(std::string_view text) { status_->showMessage(qText(text)); }
+
+void LoggingWindow::showReading(const ReadingShown& shown) {
+  status_->showReading(shown.reading, context_.settings);
+  status_->setText(StatusField::kTriggerIndicator, QString(QChar(shown.triggerIndicator)));
+  if (shown.recorded) {
+    status_->setText(StatusField::kStation, qText(shown.station));
+    if (!shown.count.empty()) status_->setText(StatusField::kCount, qText(shown.count));
+  }
+  status_->refreshBattery(clock_.tickCount());
+}
+
+void LoggingWindow::redraw() {
+  update();
+  profile_->update();
+}
+
+void LoggingWindow::addToProfile(const FiledValues& filed, std::int32_t readingsAtStation,
+                                 TraceFlags& traceContinues) {
+  profile_->addReading(filed, readingsAtStation, traceContinues);
+}
+
+void LoggingWindow::restartProfile() { profile_->restart(); }
+
+void LoggingWindow::beep() { QApplication::beep(); }
+
+std::optional<DataFile> LoggingWindow::runCreateFile() {
+  const auto refocus = keysBackAfterDialog();
+  return createDataFile(this, context_.settings, context_.storage.dataFolder());
+}
+
+bool LoggingWindow::runNewLine() {
+  const auto refocus = keysBackAfterDialog();
+  return runNewLineDialog(this, context_);
+}
+
+bool LoggingWindow::runNewStation() {
+  const auto refocus = keysBackAfterDialog();
+  return runNewStationDialog(this, context_);
+}
+
+std::optional<std::u16string> LoggingWindow::runComment() {
+  const auto refocus = keysBackAfterDialog();
+  return runCommentDialog(this);
+}
+
+bool LoggingWindow::runScale() {
+  const auto refocus = keysBackAfterDialog();
+  return runProfileScaleDialog(this, context_);
+}
+
+void LoggingWindow::runDisplayOptions() {
+  const auto refocus = keysBackAfterDialog();
+  gc40::runDisplayOptions(this, context_);
+}
+
+std::optional<int> LoggingWindow::runPopupMenu() {
+  const auto refocus = keysBackAfterDialog();
+  QMenu menu(this);
+  const auto add = [&menu](const char* label, int command) {
+    menu.addAction(QString::fromLatin1(label))->setData(command);
+  };
+  add("&Scale", kScaleMenuCommand);
+  add("&Display Options", kDisplayOptionsMenuCommand);
+  menu.addSeparator();
+  add("&Hide Menu", kHideMenuCommand);
+  const bool portrait = context_.settings.portraitScreen == 1;
+  QPoint at = (portrait ? kPortraitMenuAt : kLandscapeMenuAt) * scale_;
+  if (!portrait) at.rx() -= menu.sizeHint().width();
+  const QAction* chosen = menu.exec(mapToGlobal(at));
+  if (!chosen) return std::nullopt;
+  return chosen->data().toInt();
+}
+
+bool LoggingWindow::confirmExit() {
+  const auto refocus = keysBackAfterDialog();
+  QMessageBox box(QMessageBox::Question, qText(kConfirmExitCaption), qText(kConfirmExitText),
+                  QMessageBox::Yes | QMessageBox::No, this);
+  return box.exec() == QMessageBox::Yes;
+}
+
+void LoggingWindow::showNoConnection() {
+  const auto refocus = keysBackAfterDialog();
+  QMessageBox box(QMessageBox::Warning, qText(kNoConnectionCaption), qText(kNoConnectionText),
+                  QMessageBox::Ok, this);
+  box.exec();
+}
+
+void LoggingWindow::closeDialogs() {
+  for (QWidget* window : QApplication::topLevelWidgets()) {
+    if (!window->isVisible()) continue;
+    if (kClosedByCaption.contains(window->windowTitle())) window->close();
+    // The exit question goes unanswered, which the session takes as No.
+    if (window->windowTitle() == qText(kConfirmExitCaption))
+      if (auto* box = qobject_cast<QMessageBox*>(window)) box->done(QMessageBox::No);
+  }
+}
+
+void LoggingWindow::leave() {
+  closePorts();
+  hide();
+  emit runEnded();
+}
+
+}  // namespace gc40
