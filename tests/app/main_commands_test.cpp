@@ -66,7 +66,12 @@ TEST_F(MainCommandsTest, MonitorLogChecksThePortsBeforeItStarts) {
 
   context.settings.gpsEnabled = 0;  // the same number no longer matters
   EXPECT_EQ(monitorLog(), Box());
-  EXPECT_TRUE(keysAct());  // the port opened and was given back
+  auto* logging = window->findChild<QWidget*>("LoggingWnd");
+  ASSERT_TRUE(logging && logging->isVisible());
+  EXPECT_FALSE(keysAct());  // the run holds the keys
+  QTest::keyClick(logging, Qt::Key_X);  // leaves Monitor without a question
+  EXPECT_FALSE(logging->isVisible());
+  EXPECT_TRUE(keysAct());
 
   context.ports.paths[0] = (folder.path() / "no-cable").string();
   EXPECT_EQ(monitorLog(), Box("Serial Port", "Cannot open GC40 port"));
