@@ -1,0 +1,119 @@
+// The logging screen as the main menu opens it, over a pseudo-terminal that
+// stands in for the meter's cable: what it shows, in both screen shapes, and
+// how it ends a run whose meter went quiet while a dialog was open.
+
+#include "logging/logging_window.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <stdlib.h>
+#include <unistd.h>
+
+#include <QApplication>
+#include <QPushButton>
+#include <QTest>
+
+#include "app/main_commands.h"
+#include "app/main_window.h"
+#include "logging/status_panel.h"
+#include "support/modal_script.h"
+#include "support/prepared_logger.h"
+#include "support/test_application.h"
+
+namespace gc40 {
+namespace {
+
+class LoggingWindowTest : public ::testing::TestWithParam<Orientation> {
+ protected:
+  LoggingWindowTest() {
+    meter = posix_openpt(O_RDWR | O_NOCTTY);
+    if (meter >= 0 && grantpt(meter) == 0 && unlockpt(meter) == 0)
+      context.ports.paths[0] = ptsname(meter);
+    window.show();
+  }
+  ~LoggingWindowTest() override {
+    if (meter >= 0) close(meter);
+  }
+
+  QWidget* openRun() {
+    QTest::keyClick(&window, Qt::Key_L);
+    auto* logging = window.findChild<QWidget*>("LoggingWnd");
+    return logging && logging->isVisible() ? logging : nullptr;
+  }
+
+  void sendRecords(int count) {
+    for (int i = 0; i < count; ++i) {
+      const std::string record = "T\x20-0120 0040\r";
+      ASSERT_EQ(write(meter, record.data(), record.size()), ssize_t(record.size()));
+    }
+    QTest::qWait(300);
+  }
+
+  QPushButton* visibleButton(QWidget* logging, int id) {
+    for (auto* button : logging->findChildren<QPushButton*>(QString::number(id)))
+      if (button->isVisible()) return button;
+    return nullptr;
+  }
+
+  testing::TestApplication<QApplication> application;
+  testing::TempFolder folder;
+  LoggerContext context = testing::preparedLogger(folder, GetParam(), 1);
+  MainWindow window{context};
+  MainCommands commands{window};
+  int meter = -1;
+};
+
+INSTANTIATE_TEST_SUITE_P(Both, LoggingWindowTest,
+                         ::testing::Values(Orientation::kLandscape, Orientation::kPortrait),
+                         [](const auto& info) {
+                           return info.param == Orientation::kPortrait ? "portrait" : "landscape";
+                         });
+
+// Also leaves logging_window_<shape>.png in the tests' build folder.
+TEST_P(LoggingWindowTest, MonitorShowsEachReadingAndExitGivesTheMenuItsKeys) {
+  QWidget* logging = openRun();
+  ASSERT_TRUE(logging);
+  EXPECT_EQ(logging->geometry(), window.rect());
+  sendRecords(3);
+  auto* status = logging->findChild<StatusPanel*>();
+  ASSERT_TRUE(status);
+  EXPECT_EQ(status->text(StatusField::kState), "Monitor");
+  EXPECT_TRUE(status->text(StatusField::kConductivity).startsWith("C:30.00"))
+      << status->text(StatusField::kConductivity).toStdString();
+  EXPECT_EQ(status->text(StatusField::kGpsDisabled), "GPS  Input  disabled");
+  ASSERT_TRUE(visibleButton(logging, 460) && visibleButton(logging, 461));
+  EXPECT_EQ(visibleButton(logging, 460)->text(), "&Create File");
+  EXPECT_FALSE(visibleButton(logging, 462));
+  const QString shape = GetParam() == Orientation::kPortrait ? "portrait" : "landscape";
+  EXPECT_TRUE(window.grab().toImage().save(
+      QStringLiteral(GC40_TEST_OUTPUT_DIR "/logging_window_%1.png").arg(shape)));
+
+  visibleButton(logging, 461)->click();  // Exit: nothing to ask with no file open
+  EXPECT_FALSE(logging->isVisible());
+  EXPECT_EQ(window.focusedButton(), 0);
+  QTest::keyClick(&window, Qt::Key_Tab);
+  EXPECT_EQ(window.focusedButton(), 1);
+}
+
+TEST_P(LoggingWindowTest, QuietMeterClosesTheOpenDialogAndEndsTheRun) {
+  QWidget* logging = openRun();
+  ASSERT_TRUE(logging);
+  sendRecords(1);
+  QString openTitle, caption, text;
+  testing::ModalScript script({[&](QWidget* modal) {  // left open for the watch to close
+                                 openTitle = modal->windowTitle();
+                                 return true;
+                               },
+                               testing::acknowledgeMessageBox(&caption, &text)});
+  QTest::keyClick(logging, Qt::Key_N);  // New Station, in Monitor too
+  EXPECT_TRUE(script.finished());
+  EXPECT_FALSE(script.timedOut());
+  EXPECT_EQ(openTitle, "New Station");
+  EXPECT_EQ(std::pair(caption, text),
+            std::pair(QString("NO CONNECTION"), QString("NO CONNECTION Press <ENTER> to STOP")));
+  EXPECT_FALSE(logging->isVisible());
+  EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+}
+
+}  // namespace
+}  // namespace gc40
