@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <tuple>
-
 #include "app/display_options_model.h"
 #include "app/gps_port_model.h"
 #include "app/logger_setup_model.h"

@@ -23,7 +23,6 @@ TEST(PortMap, EditedFileIsReadAndEachBadLineNamed) {
   EXPECT_EQ(parsed.problems[2].lineNumber, 8);
   EXPECT_EQ(parseComPortName("COM0:"), std::nullopt);
   EXPECT_EQ(parseComPortName("COM1x"), std::nullopt);
-  EXPECT_EQ(devicePathFor(parsed.map, 12), "");
 }
 
 TEST(PortMap, FileIsCreatedOnFirstRunAndMalformedLinesReported) {
