@@ -36,53 +36,43 @@ ModalScript::Step saveAs(const QString& name, QString* proposed = nullptr) {
   };
 }
 
-ModalScript::Step cancelDialog(QString* title = nullptr) {
-  return [=](QWidget* modal) {
-    auto* dialog = qobject_cast<QFileDialog*>(modal);
-    if (!dialog) return false;
-    if (title) *title = dialog->windowTitle();
-    dialog->reject();
-    return true;
-  };
-}
-
-class CreateDataFile : public ::testing::Test {
- protected:
+// Cancel creates nothing; an existing name typed brings the warning and the
+// dialog again, and a new one the file with its header.
+TEST(CreateDataFile, AnExistingNameIsRefusedAndTheDialogComesBack) {
   testing::TestApplication<QApplication> application;
   testing::TempFolder folder;
-  std::filesystem::path dataFolder = folder.path() / "DATA40";
-  Settings settings;
-};
+  const std::filesystem::path dataFolder = folder.path() / "DATA40";
+  const Settings settings;
+  {
+    QString title;
+    ModalScript cancel({[&title](QWidget* modal) {
+      auto* dialog = qobject_cast<QFileDialog*>(modal);
+      if (!dialog) return false;
+      title = dialog->windowTitle();
+      dialog->reject();
+      return true;
+    }});
+    EXPECT_FALSE(createDataFile(nullptr, settings, dataFolder));
+    EXPECT_EQ(title, "Create Data File");
+  }
+  EXPECT_TRUE(std::filesystem::is_empty(dataFolder));
 
-TEST_F(CreateDataFile, AnExistingNameIsRefusedAndTheDialogComesBack) {
   testing::writeBytes(dataFolder / "SURVEY.R40", "kept");
-  QString proposed, caption, text, title;
+  QString proposed, caption, text;
   ModalScript script({saveAs("SURVEY", &proposed), testing::acknowledgeMessageBox(&caption, &text),
                       saveAs("LINE7")});
   const std::string expectedProposal = proposeDataFileName(dataFolder, platform::localTimeNow());
   std::optional<DataFile> file = createDataFile(nullptr, settings, dataFolder);
-  EXPECT_TRUE(script.finished());
-  EXPECT_FALSE(script.timedOut());
+  EXPECT_TRUE(script.finished() && !script.timedOut());
   EXPECT_EQ(proposed.toStdString(), expectedProposal);
   EXPECT_EQ(caption, "WARNING");
   EXPECT_EQ(text, "The file already exisits. Please enter another name");
   EXPECT_EQ(testing::readBytes(dataFolder / "SURVEY.R40"), "kept");
-
   ASSERT_TRUE(file);
   EXPECT_EQ(file->path(), dataFolder / "LINE7.R40");  // the default suffix added
   const std::string bytes = testing::readBytes(dataFolder / "LINE7.R40");
   ASSERT_EQ(bytes.size(), 7u * 24);  // identification, H, L, B, A, Z, *
-  EXPECT_EQ(bytes.substr(0, 24), "GC40STD W211GRD0000   2\n");
-  EXPECT_EQ(bytes.substr(24, 24), "H LINE7      0.200     \n");
-}
-
-TEST_F(CreateDataFile, CancelCreatesNothing) {
-  QString title;
-  ModalScript script({cancelDialog(&title)});
-  EXPECT_FALSE(createDataFile(nullptr, settings, dataFolder));
-  EXPECT_TRUE(script.finished());
-  EXPECT_EQ(title, "Create Data File");
-  EXPECT_TRUE(std::filesystem::is_empty(dataFolder));
+  EXPECT_EQ(bytes.substr(0, 48), "GC40STD W211GRD0000   2\nH LINE7      0.200     \n");
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <string>
@@ -17,15 +18,11 @@ namespace {
 
 // Printable ASCII as it is, anything else as \xHH.
 std::string escaped(std::string_view bytes) {
-  static constexpr char kHex[] = "0123456789ABCDEF";
   std::string text;
-  for (const char c : bytes) {
-    const auto byte = static_cast<unsigned char>(c);
-    if (byte >= 0x20 && byte < 0x7F && c != '\\') {
-      text += c;
-    } else {
-      text += {'\\', 'x', kHex[byte >> 4], kHex[byte & 15]};
-    }
+  for (const unsigned char byte : bytes) {
+    char hex[5];
+    std::snprintf(hex, sizeof hex, "\\x%02X", byte);
+    text += byte >= 0x20 && byte < 0x7F && byte != '\\' ? std::string(1, char(byte)) : hex;
   }
   return text;
 }

@@ -2,45 +2,44 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 namespace gc40 {
 namespace {
 
-TEST(PortSettings, InstrumentLineIsFixedGpsLineFollowsTheSettings) {
-  const SerialLineSettings instrument = instrumentLineSettings();
-  EXPECT_TRUE(instrument.baudRate == 9600 && instrument.dataBits == 8 &&
-              instrument.parity == SerialParity::kNone &&
-              instrument.stopBits == SerialStopBits::kOne && !instrument.softwareFlowControl &&
-              instrument.dataTerminalReady == true && instrument.requestToSend == false &&
-              instrument.openAttempts == 1);
+// Each member as baud, data bits, parity, stop bits, XON/XOFF, DTR, RTS,
+// attempts; an empty one (an index outside its list) keeps the port's value.
+auto members(const SerialLineSettings& l) {
+  return std::tuple(l.baudRate, l.dataBits, l.parity, l.stopBits, l.softwareFlowControl,
+                    l.dataTerminalReady, l.requestToSend, l.openAttempts);
+}
 
+TEST(PortSettings, InstrumentLineIsFixedGpsLineFollowsTheSettings) {
+  using P = SerialParity;
+  using S = SerialStopBits;
+  EXPECT_EQ(members(instrumentLineSettings()),
+            members({9600, 8, P::kNone, S::kOne, false, true, false, 1}));
   Settings settings;
-  settings.gpsBaudIndex = 5;
-  settings.gpsParity = 2;
-  settings.gpsDataBitsIndex = 0;
-  settings.gpsStopBitsIndex = 1;
-  SerialLineSettings gps = gpsLineSettings(settings);
-  EXPECT_TRUE(gps.baudRate == 115200 && gps.parity == SerialParity::kOdd && gps.dataBits == 7 &&
-              gps.stopBits == SerialStopBits::kTwo && gps.softwareFlowControl &&
-              !gps.dataTerminalReady && !gps.requestToSend && gps.openAttempts == 10);
-  // An index outside its list keeps the port's own value.
-  settings.gpsBaudIndex = 6;
-  settings.gpsParity = -1;
-  settings.gpsDataBitsIndex = 2;
-  settings.gpsStopBitsIndex = 1000;
-  gps = gpsLineSettings(settings);
-  EXPECT_FALSE(gps.baudRate || gps.parity || gps.dataBits || gps.stopBits);
+  settings.gpsBaudIndex = 5, settings.gpsParity = 2;
+  settings.gpsDataBitsIndex = 0, settings.gpsStopBitsIndex = 1;
+  EXPECT_EQ(members(gpsLineSettings(settings)),
+            members({115200, 7, P::kOdd, S::kTwo, true, std::nullopt, std::nullopt, 10}));
+  settings.gpsBaudIndex = 6, settings.gpsParity = -1;
+  settings.gpsDataBitsIndex = 2, settings.gpsStopBitsIndex = 1000;
+  EXPECT_EQ(members(gpsLineSettings(settings)),
+            members({std::nullopt, std::nullopt, std::nullopt, std::nullopt, true, std::nullopt,
+                     std::nullopt, 10}));
 }
 
 TEST(PortSettings, PortNamesMapThroughThePortMapAndAttemptsStopAtTheLimit) {
   Settings settings;
   settings.gpsPort = 11;
   const PortMap ports = defaultPortMap();
-  EXPECT_EQ(instrumentPortTarget(settings, ports).name, "COM1:");
-  EXPECT_EQ(instrumentPortTarget(settings, ports).devicePath, "/dev/ttyUSB0");
-  EXPECT_EQ(gpsPortTarget(settings, ports).devicePath, "/dev/ttyUSB11");
+  const auto target = [](const SerialPortTarget& t) { return t.name + " " + t.devicePath; };
+  EXPECT_EQ(target(instrumentPortTarget(settings, ports)), "COM1: /dev/ttyUSB0");
+  EXPECT_EQ(target(gpsPortTarget(settings, ports)), "COM12: /dev/ttyUSB11");
   settings.gpsPort = 12;
-  EXPECT_EQ(gpsPortTarget(settings, ports).name, "COM13:");
-  EXPECT_EQ(gpsPortTarget(settings, ports).devicePath, "");
+  EXPECT_EQ(target(gpsPortTarget(settings, ports)), "COM13: ");
 
   for (const auto& [attempts, succeedsOn, result, calls] :
        {std::tuple{10, 4, std::optional<int>(4), 4},

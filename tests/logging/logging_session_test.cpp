@@ -22,6 +22,8 @@
 namespace gc40 {
 namespace {
 
+using Lines = std::vector<std::string>;
+
 struct FakeClock : LoggingClock {
   std::uint32_t tick = 50'000;
   std::uint32_t tickCount() override { return tick; }
@@ -42,14 +44,13 @@ struct FakeView : LoggingView {
   void showLineAndStation(std::u16string_view, std::string_view) override {}
   void showMessage(std::string_view text) override { note("message " + std::string(text)); }
   void showReading(const ReadingShown& shown) override { readings.push_back(shown); }
-  void redraw() override { note("redraw"); }
+  void redraw() override {}
   void addToProfile(const FiledValues&, std::int32_t, TraceFlags& traceContinues) override {
     traceContinues[0] = 1;
   }
   void restartProfile() override {}
   void beep() override { note("beep"); }
   std::optional<DataFile> runCreateFile() override {
-    whileDialogUp();
     if (fileName.empty()) return std::nullopt;
     auto file = DataFile::createNew(folder.path() / fileName);
     if (file) writeNewFileHeader(*file, settings, clock.localTime(), clock.tick);
@@ -58,17 +59,13 @@ struct FakeView : LoggingView {
   bool runNewLine() override { return newLine(); }
   bool runNewStation() override { return true; }
   std::optional<std::u16string> runComment() override {
-    note("comment dialog");
     whileDialogUp();
-    return comment;
+    return u"too late";  // typed as the run ended: never written
   }
   bool runScale() override { return true; }
   void runDisplayOptions() override {}
   std::optional<int> runPopupMenu() override { return std::nullopt; }
-  bool confirmExit() override {
-    note("confirm");
-    return yesToExit;
-  }
+  bool confirmExit() override { return yesToExit; }
   void showNoConnection() override { note("no connection"); }
   void closeDialogs() override { note("close dialogs"); }
   void leave() override { note("leave"); }
@@ -81,11 +78,10 @@ struct FakeView : LoggingView {
   Settings& settings;
   FakeClock& clock;
   testing::TempFolder folder;
-  std::vector<std::string> calls;
+  Lines calls;
   std::vector<ReadingShown> readings;
   std::string fileName = "RUN123456.R40";  // empty: Create File is cancelled
   std::function<bool()> newLine = [] { return false; };
-  std::optional<std::u16string> comment;
   bool yesToExit = true;
   std::function<void()> whileDialogUp = [] {};
 };
@@ -111,25 +107,19 @@ struct LoggingRun : ::testing::Test {
     link.lastRecordTick = clock.tick;
     session.onReading();
   }
-  std::string fileBytes() const { return testing::readBytes(view.folder.path() / view.fileName); }
-  // The records after the new file's header, in short: a reading's 12 bytes,
-  // a note or comment as its letter and text, a station with its number,
-  // anything else as its letter.
-  std::vector<std::string> recordsAfterHeader() const {
-    constexpr std::size_t kHeaderRecords = 7;
-    std::vector<std::string> shortened;
-    const std::string bytes = fileBytes();
+  // The records after the new file's header: a reading's 12 bytes, a note or
+  // comment as its letter and text, anything else as its letter.
+  Lines recordsAfterHeader() const {
+    Lines shortened;
+    const std::string bytes = testing::readBytes(view.folder.path() / view.fileName);
     for (const FileRecord& record : readDataFile(bytes).records) {
-      if (record.offset < kHeaderRecords * dataRecordLength) continue;
-      if (auto* reading = std::get_if<ReadingRecord>(&record.value)) {
+      if (record.offset < 7 * dataRecordLength) continue;
+      if (auto* reading = std::get_if<ReadingRecord>(&record.value))
         shortened.push_back(reading->instrumentRecord);
-      } else if (auto* text = std::get_if<TextRecord>(&record.value)) {
+      else if (auto* text = std::get_if<TextRecord>(&record.value))
         shortened.push_back(text->typeLetter + text->text);
-      } else if (auto* station = std::get_if<StationRecord>(&record.value)) {
-        shortened.push_back("S" + formatFixed(station->station, 2));
-      } else {
+      else
         shortened.push_back(bytes.substr(record.offset, 1));
-      }
     }
     return shortened;
   }
@@ -152,13 +142,11 @@ TEST_F(LoggingRun, WalksFromMonitorToLoggingAndBackWithItsNotes) {
   session.onButton(460);
   EXPECT_EQ(session.state().loggingState, kStandByState);
   EXPECT_TRUE(view.called("File:RUN12345"));
-  EXPECT_EQ(session.state().buttonCount, 6);
   reading(kReleased);  // shown, not recorded
 
   session.onKey(kEnterKey);  // Go
   EXPECT_EQ(session.state().loggingState, kLoggingState);
-  EXPECT_TRUE(view.called("pause button 1"));
-  EXPECT_TRUE(view.called("beep"));
+  EXPECT_TRUE(view.called("pause button 1") && view.called("beep"));
   EXPECT_EQ(link.recordsPerReading, 3);
   reading(kReleased, "100.0", "-02.0");
   session.onKey('x');  // not the pause key
@@ -174,40 +162,29 @@ TEST_F(LoggingRun, WalksFromMonitorToLoggingAndBackWithItsNotes) {
   view.yesToExit = true;
   session.onKey('X');
   EXPECT_FALSE(session.running());
-  EXPECT_EQ(session.dataFile(), nullptr);
-  EXPECT_EQ(recordsAfterHeader(),
-            (std::vector<std::string>{"X$STARTED", "T 100.0-02.0", "T 200.0-03.0", "X$PAUSED"}));
-  const std::vector<bool> recorded = {false, true, true, false};
-  for (std::size_t i = 0; i < recorded.size(); ++i)
-    EXPECT_EQ(view.readings[i].recorded, recorded[i]);
+  EXPECT_EQ(recordsAfterHeader(), (Lines{"X$STARTED", "T 100.0-02.0", "T 200.0-03.0", "X$PAUSED"}));
 
   view.calls.clear();  // a new run: Monitor leaves without a question
+  view.yesToExit = false;
   start();
   session.onKey('u');
-  EXPECT_EQ(view.calls, (std::vector<std::string>{"state Monitor", "monitor buttons", "leave"}));
+  EXPECT_EQ(view.calls, (Lines{"state Monitor", "monitor buttons", "leave"}));
 }
 
+// Held over several readings the trigger records one; released and pressed
+// again it records the next. Before logging it only shows.
 TEST_F(LoggingRun, ManualTriggerRecordsOneReadingPerPress) {
   settings.surveyMode = kManualMode;
   settings.samplesPerReading = 1;
   start();
   reading(kPressed);
-  EXPECT_EQ(view.readings.back().triggerIndicator, 'M');  // not logging yet
+  EXPECT_EQ(view.readings.back().triggerIndicator, 'M');
   session.onKey('c');
   session.onKey('g');
   EXPECT_TRUE(view.called("pause button 4"));
-  const std::string statuses = {kReleased, kPressed, kPressed, static_cast<char>(0xE0),
-                                kReleased, kPressed};
-  for (const char status : statuses)
+  for (const char status : {kReleased, kPressed, kPressed, '\xE0', kReleased, kPressed})
     reading(status, "0" + formatInteger(view.readings.size()) + "0.0");
-  std::vector<std::string> recorded;
-  for (const ReadingShown& shown : view.readings) {
-    if (shown.recorded) recorded.push_back(formatFixed(shown.reading.conductivity, 1));
-    if (&shown != &view.readings.front()) {
-      EXPECT_EQ(shown.triggerIndicator, ' ');
-    }
-  }
-  EXPECT_EQ(recorded, (std::vector<std::string>{"-5.0", "-15.0"}));  // readings 2 and 6
+  EXPECT_EQ(recordsAfterHeader(), (Lines{"X$STARTED", "T`020.0-01.5", "T`060.0-01.5"}));
 }
 
 TEST_F(LoggingRun, ManualAverageOfThreeSamplesIsRecordedAsOneReading) {
@@ -220,13 +197,9 @@ TEST_F(LoggingRun, ManualAverageOfThreeSamplesIsRecordedAsOneReading) {
   reading(kReleased, "040.0", "-04.5");
   EXPECT_TRUE(view.called("message Sample 1   of 3  "));
   EXPECT_TRUE(view.called("message Sample 3   of 3  "));
-  const ReadingShown& averaged = view.readings[2];
-  ASSERT_TRUE(averaged.recorded);
-  EXPECT_FLOAT_EQ(averaged.reading.conductivity, 61.0f / 3 * -0.25f);
-  EXPECT_FLOAT_EQ(averaged.filed.verticalConductivity, averaged.reading.conductivity);
-  EXPECT_FALSE(view.readings[3].recorded);
-  EXPECT_EQ(session.state().surveyMode, kManualMode);
-  EXPECT_EQ(recordsAfterHeader(), (std::vector<std::string>{"X$STARTED", "T +0020-0002"}));
+  ASSERT_TRUE(view.readings[2].recorded);
+  EXPECT_FLOAT_EQ(view.readings[2].reading.conductivity, 61.0f / 3 * -0.25f);
+  EXPECT_EQ(recordsAfterHeader(), (Lines{"X$STARTED", "T +0020-0002"}));
 }
 
 TEST_F(LoggingRun, NewLineStartsTheStationsAgainAndTheFirstGroupStays) {
@@ -246,33 +219,32 @@ TEST_F(LoggingRun, NewLineStartsTheStationsAgainAndTheFirstGroupStays) {
   }
   EXPECT_EQ(carried, (std::vector<double>{10.0, 10.0, 12.5, 15.0}));
   EXPECT_EQ(view.readings.back().station, "17.50      ");
-  const std::vector<std::string> records = recordsAfterHeader();
-  EXPECT_EQ(std::vector(records.begin(), records.begin() + 8),
-            (std::vector<std::string>{"L", "B", "A", "Z", "*", "S10.00", "*", "X$STARTED"}));
+  const Lines records = recordsAfterHeader();
+  EXPECT_EQ(Lines(records.begin(), records.begin() + 8),
+            (Lines{"L", "B", "A", "Z", "*", "S", "*", "X$STARTED"}));
 }
 
 TEST_F(LoggingRun, RepeatNumbersAndBeepsFollowTheStationGroup) {
   for (const std::int32_t audio : {1, 0}) {
     settings.audioEnabled = audio;
     view.calls.clear();
+    view.fileName = audio ? "A.R40" : "B.R40";
     startLogging(7);
     for (int i = 0; i < 8; ++i) reading(kReleased);
     std::string firstLetters;
-    const std::string bytes = fileBytes();
-    for (std::size_t at = bytes.size() - 8 * dataRecordLength; at < bytes.size();
-         at += dataRecordLength)
-      firstLetters += bytes[at];
-    EXPECT_EQ(firstLetters, "T23456TT");
+    for (const std::string& record : recordsAfterHeader()) firstLetters += record[0];
+    EXPECT_EQ(firstLetters, "XT23456TT");
     EXPECT_EQ(view.readings.back().count, "1");
     EXPECT_EQ(std::count(view.calls.begin(), view.calls.end(), "beep"), audio == 1 ? 2 : 1);
     session.exitLogging(true);
-    std::filesystem::remove(view.folder.path() / view.fileName);
   }
 }
 
+// Stale ticks while the comment dialog is up: five breaks, the end, and the
+// run closed under the dialog without a question.
 TEST_F(LoggingRun, LostConnectionEndsTheRunThroughAnOpenDialog) {
   startLogging();
-  view.comment = u"too late";
+  view.yesToExit = false;
   view.whileDialogUp = [this] {
     clock.tick = link.lastRecordTick + kConnectionTimeoutMs;
     session.onTimerTick();  // not yet stale
@@ -283,17 +255,15 @@ TEST_F(LoggingRun, LostConnectionEndsTheRunThroughAnOpenDialog) {
   };
   session.onButton(460);  // pause
   session.onKey('c');
-  EXPECT_EQ(
-      recordsAfterHeader(),
-      (std::vector<std::string>{"X$STARTED", "X$PAUSED", "X$CONN BREAK", "X$CONN BREAK",
-                                "X$CONN BREAK", "X$CONN BREAK", "X$CONN BREAK", "X$CONN END"}));
+  EXPECT_EQ(recordsAfterHeader(),
+            (Lines{"X$STARTED", "X$PAUSED", "X$CONN BREAK", "X$CONN BREAK", "X$CONN BREAK",
+                   "X$CONN BREAK", "X$CONN BREAK", "X$CONN END"}));
   const auto end = std::find(view.calls.begin(), view.calls.end(), "no connection");
-  EXPECT_EQ(std::vector(end, view.calls.end()),
-            (std::vector<std::string>{"no connection", "close dialogs", "leave"}));
+  EXPECT_EQ(Lines(end, view.calls.end()), (Lines{"no connection", "close dialogs", "leave"}));
   EXPECT_EQ(std::count(view.calls.begin(), view.calls.end(), "message Please Wait..."), 5);
-  EXPECT_FALSE(view.called("confirm"));
   EXPECT_FALSE(session.running());
-  EXPECT_EQ(fileBytes().substr(fileBytes().size() - 24, 12), "X$CONN END  ");
+  const std::string bytes = testing::readBytes(view.folder.path() / view.fileName);
+  EXPECT_EQ(bytes.substr(bytes.size() - 24, 12), "X$CONN END  ");
 }
 
 }  // namespace
