@@ -3,6 +3,7 @@
 #include "base/number_text.h"
 #include "base/text_codec.h"
 #include "settings/setting_choices.h"
+#include "settings/survey_setup.h"
 
 namespace gc40 {
 namespace {
@@ -39,14 +40,10 @@ NewLineControls openNewLine(const Settings& settings) {
 }
 
 void acceptNewLine(Settings& settings, const NewLineControls& controls) {
-  settings.surveyLine = leadingUnits(controls.newLine, kSurveyLineMaxLength);
-  settings.surveyLineValue = parseFloatPrefix(settings.surveyLine);
-  settings.lineIncrement = parseFloatPrefix(controls.lineIncrement);
-  settings.lineSequence = controls.lineSequence;
-  settings.lineDirection = controls.lineDirection;
-  settings.startStation = parseDecimalPrefix(controls.startStation);
-  settings.currentStation = settings.startStation;
-  settings.stationIncrement = parseFloatPrefix(controls.stationIncrement);
+  storeSurveyLine(settings,
+                  {controls.newLine, controls.lineIncrement, controls.lineSequence,
+                   controls.lineDirection, controls.startStation, controls.stationIncrement},
+                  kSurveyLineMaxLength);
 }
 
 NewStationControls openNewStation(const Settings& settings) {

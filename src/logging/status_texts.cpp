@@ -1,12 +1,11 @@
 #include "logging/status_texts.h"
 
 #include "base/number_text.h"
+#include "logging/run_state.h"
 
 namespace gc40 {
 namespace {
 
-constexpr std::int32_t kManualMode = 2;
-constexpr std::int32_t kLogging = 1;
 constexpr std::int32_t kComponentBoth = 0;
 constexpr std::size_t kFileNameShown = 8;
 constexpr std::uint32_t kBatteryRefreshMs = 180000;
@@ -91,7 +90,7 @@ std::string averagingText(std::int32_t sampleIndex, std::int32_t samplesPerReadi
 
 std::string_view triggerIndicatorText(bool triggerPressed, std::int32_t surveyMode,
                                       std::int32_t loggingState) {
-  const bool manualLogging = surveyMode == kManualMode && loggingState == kLogging;
+  const bool manualLogging = surveyMode == kManualMode && loggingState == kLoggingState;
   return triggerPressed && !manualLogging ? "M" : " ";
 }
 

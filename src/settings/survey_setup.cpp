@@ -21,6 +21,17 @@ void acceptSamples(Settings& settings, std::u16string_view text) {
 
 }  // namespace
 
+void storeSurveyLine(Settings& settings, const SurveyLineEntry& entry, std::size_t maxLineLength) {
+  settings.surveyLine = leadingUnits(entry.line, maxLineLength);
+  settings.surveyLineValue = parseFloatPrefix(settings.surveyLine);
+  settings.lineIncrement = parseFloatPrefix(entry.lineIncrement);
+  settings.lineSequence = entry.lineSequence;
+  settings.lineDirection = entry.lineDirection;
+  settings.startStation = parseDecimalPrefix(entry.startStation);
+  settings.currentStation = settings.startStation;
+  settings.stationIncrement = parseFloatPrefix(entry.stationIncrement);
+}
+
 void acceptSurveySetup(Settings& settings, const SurveySetupEntry& entry) {
   settings.surveyModeSetting = entry.mode;
   settings.surveyMode = entry.mode;
@@ -29,14 +40,10 @@ void acceptSurveySetup(Settings& settings, const SurveySetupEntry& entry) {
   settings.stationAdvance = 0;  // the next reading is taken at the start station itself
   settings.component = entry.component;
   settings.dipoleMode = entry.dipoleMode;
-  settings.surveyLine = leadingUnits(entry.line, kSurveySetupLineMaxLength);
-  settings.surveyLineValue = parseFloatPrefix(settings.surveyLine);
-  settings.lineIncrement = parseFloatPrefix(entry.lineIncrement);
-  settings.lineSequence = entry.lineSequence;
-  settings.lineDirection = entry.lineDirection;
-  settings.startStation = parseDecimalPrefix(entry.startStation);
-  settings.currentStation = settings.startStation;
-  settings.stationIncrement = parseFloatPrefix(entry.stationIncrement);
+  storeSurveyLine(settings,
+                  {entry.line, entry.lineIncrement, entry.lineSequence, entry.lineDirection,
+                   entry.startStation, entry.stationIncrement},
+                  kSurveySetupLineMaxLength);
   if (float* perMode = perModeStationIncrement(settings, entry.mode)) {
     *perMode = settings.stationIncrement;
   }

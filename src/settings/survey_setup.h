@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "settings/settings.h"
 
@@ -26,6 +27,20 @@ struct SurveySetupEntry {
   std::u16string startStation;
   std::u16string stationIncrement;
 };
+
+// The survey line fields that Survey Setup and New Line both store, each read
+// as typed: the name (cut to `maxLineLength`) and its numeric value, the line
+// increment, sequence and direction, the start station (which the current
+// station follows) and the station increment.
+struct SurveyLineEntry {
+  std::u16string_view line;
+  std::u16string_view lineIncrement;
+  std::int32_t lineSequence = 0;
+  std::int32_t lineDirection = 0;
+  std::u16string_view startStation;
+  std::u16string_view stationIncrement;
+};
+void storeSurveyLine(Settings& settings, const SurveyLineEntry& entry, std::size_t maxLineLength);
 
 // Non-numbers read as 0 and are then handled per field: a rate of 0 becomes 1
 // reading per second, samples are clamped to 1..100, the rest is taken as read.
