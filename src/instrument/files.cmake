@@ -6,5 +6,6 @@ list(APPEND GC40_CORE_FILES
 )
 list(APPEND GC40_QT_FILES
   instrument/serial_ports.cpp instrument/serial_ports.h
+  instrument/port_reader.cpp instrument/port_reader.h
   instrument/instrument_reader.cpp instrument/instrument_reader.h
 )

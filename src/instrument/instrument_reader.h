@@ -1,13 +1,13 @@
 #pragma once
 // Feeds the instrument port's bytes to the record framer on the UI thread.
-// Each complete reading is handled at once, before the next bytes are framed;
-// bytes that arrive meanwhile wait in the port's buffer, so none is lost.
+// Each complete reading is handled at once, before the next bytes are framed.
 
 #include <QObject>
 #include <QSerialPort>
 #include <functional>
 #include <memory>
 
+#include "instrument/port_reader.h"
 #include "instrument/record_framer.h"
 
 namespace gc40 {
@@ -23,30 +23,24 @@ class InstrumentReader : public QObject {
   InstrumentReader(std::unique_ptr<QSerialPort> port, InstrumentLink& link,
                    std::function<void()> onReading, RawCapture* capture = nullptr,
                    QObject* parent = nullptr);
-  ~InstrumentReader() override;
 
   // Reader start: framer emptied, recordCounter 0, both queues purged.
   void start();
   // Closes the port; no reading is handled after this, even from bytes
   // already read. The reading handler may call it, but must not delete the
   // reader (use deleteLater): the framer is still working on the bytes.
-  void stop();
-  bool isOpen() const;
+  void stop() { port_.stop(); }
+  bool isOpen() const { return port_.isOpen(); }
 
  signals:
   // The port failed (cable pulled, other end gone) and has been closed.
   void portClosed(const QString& reason);
 
  private:
-  void readAvailable();
-  void handleError(QSerialPort::SerialPortError error);
-
-  std::unique_ptr<QSerialPort> port_;
   InstrumentLink& link_;
   std::function<void()> onReading_;
-  RawCapture* capture_;
   RecordFramer framer_;
-  bool running_ = false;
+  PortReader port_;
 };
 
 }  // namespace gc40

@@ -1,0 +1,9 @@
+# GPS link: line assembler, checksum and fields, what the status screen shows,
+# and the Monitor GPS screen.
+list(APPEND GC40_CORE_FILES
+  gps/nmea.cpp gps/nmea.h
+  gps/gps_line_assembler.cpp gps/gps_line_assembler.h
+  gps/gps_status.cpp gps/gps_status.h
+)
+list(APPEND GC40_QT_FILES
+)

@@ -1,0 +1,34 @@
+#include "gps/gps_line_assembler.h"
+
+#include "gps/nmea.h"
+
+namespace gc40 {
+
+void GpsLineAssembler::feed(std::string_view bytes, std::uint32_t tick, const LineHandler& onLine) {
+  for (const char byte : bytes) {
+    if (byte == '$') {
+      sentenceTick_ = tick;
+      buffer_[0] = '$';
+      position_ = 1;
+    } else if (byte == '\n') {
+      endLine(onLine);
+    } else {
+      if (position_ >= kGpsLineCapacity) position_ = 0;
+      buffer_[position_++] = byte;
+    }
+  }
+}
+
+void GpsLineAssembler::endLine(const LineHandler& onLine) {
+  // The character before the line feed (the carriage return) ends the text;
+  // a NUL inside ends it earlier, as it ends a C string.
+  std::string_view text(buffer_.data(), position_ == 0 ? 0 : position_ - 1);
+  text = text.substr(0, text.find('\0'));
+  position_ = 0;
+  GpsLine line{std::string(text), false, sentenceTick_};
+  if (!text.starts_with('$')) onLine(line);
+  line.valid = nmeaChecksumValid(text);
+  onLine(line);
+}
+
+}  // namespace gc40

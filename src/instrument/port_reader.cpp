@@ -1,0 +1,51 @@
+#include "instrument/port_reader.h"
+
+#include "platform/clock.h"
+#include "platform/raw_capture.h"
+
+namespace gc40 {
+
+PortReader::PortReader(std::unique_ptr<QSerialPort> port, BytesHandler onBytes, RawCapture* capture,
+                       QObject* parent)
+    : QObject(parent), port_(std::move(port)), onBytes_(std::move(onBytes)), capture_(capture) {
+  connect(port_.get(), &QSerialPort::readyRead, this, &PortReader::readAvailable);
+  connect(port_.get(), &QSerialPort::errorOccurred, this, &PortReader::handleError);
+}
+
+PortReader::~PortReader() { stop(); }
+
+void PortReader::start() {
+  port_->clear(QSerialPort::Output);
+  port_->clear(QSerialPort::Input);
+  running_ = port_->isOpen();
+}
+
+void PortReader::pause() { running_ = false; }
+
+void PortReader::stop() {
+  running_ = false;
+  if (port_->isOpen()) port_->close();
+}
+
+bool PortReader::isOpen() const { return port_->isOpen(); }
+
+void PortReader::readAvailable() {
+  if (!running_) return;
+  const QByteArray bytes = port_->readAll();
+  if (bytes.isEmpty()) return;
+  const std::string_view view(bytes.constData(), static_cast<std::size_t>(bytes.size()));
+  if (capture_) capture_->write(view);
+  onBytes_(view, platform::tickCount());
+}
+
+void PortReader::handleError(QSerialPort::SerialPortError error) {
+  if (error != QSerialPort::ReadError && error != QSerialPort::ResourceError &&
+      error != QSerialPort::WriteError) {
+    return;
+  }
+  const QString reason = port_->errorString();
+  stop();
+  emit portClosed(reason);
+}
+
+}  // namespace gc40
