@@ -11,7 +11,11 @@ void GpsLineAssembler::feed(std::string_view bytes, std::uint32_t tick, const Li
       buffer_[0] = '$';
       position_ = 1;
     } else if (byte == '\n') {
-      endLine(onLine);
+      // The character before the line feed (the carriage return) ends the
+      // text; a NUL inside ends it earlier, as it ends a C string.
+      std::string_view text(buffer_.data(), position_ == 0 ? 0 : position_ - 1);
+      position_ = 0;
+      onLine(text.substr(0, text.find('\0')), sentenceTick_);
     } else {
       if (position_ >= kGpsLineCapacity) position_ = 0;
       buffer_[position_++] = byte;
@@ -19,13 +23,9 @@ void GpsLineAssembler::feed(std::string_view bytes, std::uint32_t tick, const Li
   }
 }
 
-void GpsLineAssembler::endLine(const LineHandler& onLine) {
-  // The character before the line feed (the carriage return) ends the text;
-  // a NUL inside ends it earlier, as it ends a C string.
-  std::string_view text(buffer_.data(), position_ == 0 ? 0 : position_ - 1);
-  text = text.substr(0, text.find('\0'));
-  position_ = 0;
-  GpsLine line{std::string(text), false, sentenceTick_};
+void judgeGpsLine(std::string_view text, std::uint32_t tick,
+                  const std::function<void(const GpsLine&)>& onLine) {
+  GpsLine line{std::string(text), false, tick};
   if (!text.starts_with('$')) onLine(line);
   line.valid = nmeaChecksumValid(text);
   onLine(line);
