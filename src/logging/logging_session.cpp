@@ -289,8 +289,19 @@ bool LoggingSession::exitLogging(bool forced) {
   return true;
 }
 
+void LoggingSession::onGpsLine(const GpsLine& line) {
+  const bool recording = state_.loggingState == kLoggingState && dataFile_;
+  if (!gpsDisplaySuppressed_)
+    view_.showGps(onGpsSentence(gps_, line.text, line.valid, recording));
+  if (!recording) return;
+  using namespace recordLetter;
+  writeGpsRecords(*dataFile_, line.text, line.tick, line.valid ? kGpsValid : kGpsInvalid,
+                  line.valid ? kGpsValidContinuation : kGpsInvalidContinuation);
+}
+
 void LoggingSession::endRun() {
   dataFile_.reset();
+  gps_.gpsFixCount = 0;
   state_.keysActive = 0;
   state_.loggingState = kMonitorState;
   state_.readingsAtStation = 0;

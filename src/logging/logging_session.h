@@ -11,6 +11,8 @@
 
 #include "app/profile_setup.h"
 #include "datafile/data_file.h"
+#include "gps/gps_line_assembler.h"
+#include "gps/gps_status.h"
 #include "instrument/record_framer.h"
 #include "logging/logging_view.h"
 #include "logging/run_state.h"
@@ -40,6 +42,11 @@ class LoggingSession {
   void onReading();
   // The connection timer fired.
   void onTimerTick();
+  // A line from the GPS receiver with its verdict: shown unless the display
+  // is suppressed, and recorded while logging.
+  void onGpsLine(const GpsLine& line);
+  // `gpsDisplaySuppressed`: the screen sets it while one of its dialogs is up.
+  void setGpsDisplaySuppressed(bool suppressed) { gpsDisplaySuppressed_ = suppressed; }
   // Leaves the window, asking first when a file is open unless forced. False
   // when the operator chose to stay.
   bool exitLogging(bool forced);
@@ -47,6 +54,7 @@ class LoggingSession {
   bool running() const { return running_; }
   const LoggingRunState& state() const { return state_; }
   const DataFile* dataFile() const { return dataFile_ ? &*dataFile_ : nullptr; }
+  const GpsStatus& gpsStatus() const { return gps_; }
 
  private:
   void carryOut(std::optional<int> command);
@@ -78,6 +86,8 @@ class LoggingSession {
   std::optional<DataFile> dataFile_;
   bool running_ = false;
   bool watchStopped_ = false;  // the watch has given up; later ticks mean nothing
+  GpsStatus gps_;
+  bool gpsDisplaySuppressed_ = false;
 };
 
 }  // namespace gc40

@@ -10,6 +10,7 @@
 
 #include "base/local_time.h"
 #include "datafile/data_file.h"
+#include "gps/gps_status.h"
 #include "instrument/reading_decoder.h"
 #include "logging/run_state.h"
 
@@ -51,6 +52,7 @@ class LoggingView {
   virtual void showLineAndStation(std::u16string_view line, std::string_view station) = 0;
   virtual void showMessage(std::string_view text) = 0;  // the message field; "" clears it
   virtual void showReading(const ReadingShown& shown) = 0;
+  virtual void showGps(const GpsFieldsShown& shown) = 0;  // only the fields it carries
   virtual void redraw() = 0;  // the whole window and the profile, after a dialog or menu
 
   // The live profile. addToProfile draws a recorded reading's traces: joined

@@ -12,6 +12,7 @@
 #include "base/text_codec.h"
 #include "datafile/create_data_file.h"
 #include "instrument/instrument_reader.h"
+#include "instrument/port_reader.h"
 #include "instrument/serial_ports.h"
 #include "logging/command_keys.h"
 #include "logging/line_station_dialogs.h"
@@ -92,9 +93,12 @@ LoggingWindow::LoggingWindow(LoggerContext& context, QWidget* mainWindow, int sc
 LoggingWindow::~LoggingWindow() { closePorts(); }
 
 // When a dialog or box closes, the keys come back to this screen rather than
-// to whichever window Qt activates next.
+// to whichever window Qt activates next. While it is up, GPS sentences are
+// recorded but not shown.
 auto LoggingWindow::keysBackAfterDialog() {
+  session_.setGpsDisplaySuppressed(true);
   return qScopeGuard([this] {
+    session_.setGpsDisplaySuppressed(false);
     if (isVisible()) activateWindow(), setFocus();
   });
 }
@@ -133,15 +137,22 @@ void LoggingWindow::placeButtonRow(const std::vector<QPushButton*>& row, int wid
   }
 }
 
-void LoggingWindow::startRun(std::unique_ptr<QSerialPort> instrumentPort) {
+// With --raw-log every byte of both ports is kept, so a problem seen in the
+// field can be replayed.
+void LoggingWindow::startRawCaptures() {
+  if (!context_.options.rawLogFolder) return;
   const LocalTime now = clock_.localTime();
-  if (context_.options.rawLogFolder) {
+  for (auto [role, capture] : {std::pair{"instrument", &capture_}, {"gps", &gpsCapture_}}) {
     std::string error;
-    if (auto opened = RawCapture::open(*context_.options.rawLogFolder, "instrument", now, &error))
-      capture_.emplace(std::move(*opened));
+    if (auto opened = RawCapture::open(*context_.options.rawLogFolder, role, now, &error))
+      capture->emplace(std::move(*opened));
     else
       qWarning("gc40: no raw capture: %s", error.c_str());
   }
+}
+
+void LoggingWindow::startRun(std::unique_ptr<QSerialPort> instrumentPort) {
+  startRawCaptures();
   session_.prepareRun(context_.profileTraces);
   reader_ = new InstrumentReader(
       std::move(instrumentPort), link_, [this] { session_.onReading(); },
@@ -150,6 +161,11 @@ void LoggingWindow::startRun(std::unique_ptr<QSerialPort> instrumentPort) {
   connectionTimer_.start(static_cast<int>(kConnectionTimeoutMs));
   if (context_.settings.gpsEnabled == 1) openGpsPort();
   status_->showStatus(context_.settings, kMonitorState, QString(), clock_.tickCount());
+  if (gpsReader_) {
+    const GpsStatus& gps = session_.gpsStatus();
+    showGps({.activity = std::string(1, gps.gpsActivityMark),
+             .fixCount = gpsFixCountText(gps.gpsFixCount)});
+  }
   profile_->restart();
   setGeometry(parentWidget()->rect());
   show();
@@ -164,7 +180,18 @@ void LoggingWindow::openGpsPort() {
     showSerialPortFailure(this, kCannotOpenGpsPort, opening.failure);
     return;
   }
-  gpsPort_ = std::move(opening.port);
+  gpsLines_.reset();
+  gpsReader_ = new PortReader(
+      std::move(opening.port),
+      [this](std::string_view bytes, std::uint32_t tick) {
+        gpsLines_.feed(bytes, tick, [this](std::string_view text, std::uint32_t at) {
+          judgeGpsLine(text, at, [this](const GpsLine& line) {
+            if (gpsReader_ && gpsReader_->running()) session_.onGpsLine(line);
+          });
+        });
+      },
+      gpsCapture_ ? &*gpsCapture_ : nullptr, this);
+  gpsReader_->start();
 }
 
 void LoggingWindow::closePorts() {
@@ -174,8 +201,13 @@ void LoggingWindow::closePorts() {
     reader_->deleteLater();  // it may be inside its reading handler now
     reader_ = nullptr;
   }
-  gpsPort_.reset();
+  if (gpsReader_) {
+    gpsReader_->stop();
+    gpsReader_->deleteLater();
+    gpsReader_ = nullptr;
+  }
   capture_.reset();
+  gpsCapture_.reset();
 }
 
 bool LoggingWindow::event(QEvent* event) {
@@ -236,6 +268,17 @@ void LoggingWindow::showReading(const ReadingShown& shown) {
     if (!shown.count.empty()) status_->setText(StatusField::kCount, qText(shown.count));
   }
   status_->refreshBattery(clock_.tickCount());
+}
+
+void LoggingWindow::showGps(const GpsFieldsShown& shown) {
+  using F = StatusField;
+  for (const auto& [field, text] : {std::pair{F::kGpsActivity, &shown.activity},
+                                    {F::kGpsFixCount, &shown.fixCount},
+                                    {F::kGpsSatellites, &shown.satellites},
+                                    {F::kGpsFix, &shown.fix},
+                                    {F::kGpsPdop, &shown.pdop}}) {
+    if (*text) status_->setText(field, qText(**text));
+  }
 }
 
 void LoggingWindow::redraw() {

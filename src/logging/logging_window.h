@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "app/logger_setup.h"
+#include "gps/gps_line_assembler.h"
 #include "instrument/record_framer.h"
 #include "logging/logging_session.h"
 #include "logging/logging_view.h"
@@ -23,6 +24,7 @@
 namespace gc40 {
 
 class InstrumentReader;
+class PortReader;
 class ProfileView;
 class StatusPanel;
 
@@ -54,6 +56,7 @@ class LoggingWindow : public QWidget, private LoggingView {
   QPushButton* makeButton(int id, const char* label);
   void placeButtonRow(const std::vector<QPushButton*>& row, int width, int pitch);
   void openGpsPort();
+  void startRawCaptures();
   void closePorts();
   auto keysBackAfterDialog();
 
@@ -64,6 +67,7 @@ class LoggingWindow : public QWidget, private LoggingView {
   void showLineAndStation(std::u16string_view line, std::string_view station) override;
   void showMessage(std::string_view text) override;
   void showReading(const ReadingShown& shown) override;
+  void showGps(const GpsFieldsShown& shown) override;
   void redraw() override;
   void addToProfile(const FiledValues& filed, std::int32_t readingsAtStation,
                     TraceFlags& traceContinues) override;
@@ -94,8 +98,10 @@ class LoggingWindow : public QWidget, private LoggingView {
   std::array<QPushButton*, 8> pauseButtons_{};
   QTimer connectionTimer_;
   std::optional<RawCapture> capture_;
+  std::optional<RawCapture> gpsCapture_;
   InstrumentReader* reader_ = nullptr;
-  std::unique_ptr<QSerialPort> gpsPort_;
+  PortReader* gpsReader_ = nullptr;
+  GpsLineAssembler gpsLines_;
 };
 
 }  // namespace gc40

@@ -20,13 +20,15 @@ namespace {
 
 constexpr LocalTime kNow{2026, 3, 15, 14, 5, 9, 123};
 const std::vector<std::pair<std::string, bool>> kSentences = {
-    {"$GPTXT,abc", true},
+    {"$GPTXT,01,01,02,ABCDE", true},
     {"$GPZDA,201530.00,04,07", false},
     {"$GPGSA,A,3,04,05,,09,12,,,24,,,,,2.5,1.3,2.1", true},
-    {"$GPGGA,123519.00,4807.0380,N,01131.0000,E,1,08,0.9,545.4,M,46.9,M,,*47", false}};
+    {"$GPGGA,123519.00,4807.0380,N,01131.0000,E,1,08,0.9,545.4,M,46.9,M,,*47", false},
+    {"$GPRMC,123519.000,A,4807.038000,N,01131.000000,E,000.022,084.4,230394,003.1,W,A*1D", true}};
 
-// Every kind of record: 24 bytes each from 0 to 192, the GPS sentences at 216,
-// 288, 360 and 456, then "X" at 576 and, after the pause, "C" at 600.
+// Every kind of record: 24 bytes each from 0 to 192, the GPS sentences of 21,
+// 22, 44, 70 and 82 characters at 216, 288, 360, 456 and 576, then "X" at 696
+// and, after the pause, "C" at 720.
 std::string writtenFile() {
   Settings settings;
   settings.gpsEnabled = 1, settings.surveyMode = 1, settings.stationIncrement = 2.5f;
@@ -92,18 +94,18 @@ Spans problemSpans(const DataFileContents& contents, std::size_t size) {
 TEST(DataFileReader, FaultsAreReportedWhereTheyLieAndTheRestIsRead) {
   const std::string good = writtenFile();
   const std::tuple<const char*, std::string, Spans, std::size_t> cases[] = {
-      {"none", good, {}, 16},
-      {"truncated tail", good.substr(0, 610), {{600, 10}}, 14},
-      {"garbage", std::string(good).insert(192, "junk\x01junk"), {{192, 9}}, 16},
-      {"garbage with a line feed", std::string(good).insert(192, "zz\nzz"), {{192, 5}}, 16},
-      {"23-byte record", std::string(good).erase(170, 1), {{168, 23}}, 15},
-      {"GPS without its \"!\"", std::string(good).erase(432, 24), {{360, 72}}, 15},
+      {"none", good, {}, 17},
+      {"truncated tail", good.substr(0, 730), {{720, 10}}, 15},
+      {"garbage", std::string(good).insert(192, "junk\x01junk"), {{192, 9}}, 17},
+      {"garbage with a line feed", std::string(good).insert(192, "zz\nzz"), {{192, 5}}, 17},
+      {"23-byte record", std::string(good).erase(170, 1), {{168, 23}}, 16},
+      {"GPS without its \"!\"", std::string(good).erase(432, 24), {{360, 72}}, 16},
       {"GPS without its start",
        std::string(good).erase(360, 24),
        {{360, 24}, {384, 24}, {408, 24}},
-       15},
-      {"unknown letter", std::string(good).replace(168, 1, "Q"), {{168, 24}}, 15},
-      {"tick not a number", std::string(good).replace(166, 1, "x"), {{144, 24}}, 15},
+       16},
+      {"unknown letter", std::string(good).replace(168, 1, "Q"), {{168, 24}}, 16},
+      {"tick not a number", std::string(good).replace(166, 1, "x"), {{144, 24}}, 16},
   };
   for (const auto& [fault, bytes, problems, records] : cases) {
     SCOPED_TRACE(fault);
