@@ -18,11 +18,11 @@ struct GpsStatus {
 // The texts one sentence changes; a field it leaves as it was is nullopt,
 // and an empty text clears its field.
 struct GpsFieldsShown {
-  std::optional<std::string> activity;    // "%c"
-  std::optional<std::string> fixCount;    // "%-5d"
-  std::optional<std::string> satellites;  // "%2d", " 0" or "??"
-  std::optional<std::string> fix;         // "NO FIX", "AGPS", "DGPS", "RTK", "CODE" or ""
-  std::optional<std::string> pdop;        // "%-4.1f", "N/A" or "??"
+  std::optional<std::string> activity{};    // "%c"
+  std::optional<std::string> fixCount{};    // "%-5d"
+  std::optional<std::string> satellites{};  // "%2d", " 0" or "??"
+  std::optional<std::string> fix{};         // "NO FIX", "AGPS", "DGPS", "RTK", "CODE" or ""
+  std::optional<std::string> pdop{};        // "%-4.1f", "N/A" or "??"
   bool operator==(const GpsFieldsShown&) const = default;
 };
 

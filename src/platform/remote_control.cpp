@@ -86,6 +86,15 @@ QString focusedScreen() {
   return {};
 }
 
+// The front window as the operator sees it, saved as a PNG; "shot PATH" on
+// standard output says it is there (or "shot failed PATH").
+void saveShot(const QString& path) {
+  QWidget* front = frontWindow();
+  const bool saved = front && front->grab().save(path, "PNG");
+  const QByteArray line = ((saved ? "shot " : "shot failed ") + path + "\n").toUtf8();
+  ::write(STDOUT_FILENO, line.constData(), std::size_t(line.size()));
+}
+
 }  // namespace
 
 RemoteControl::RemoteControl(QObject* parent)
@@ -116,6 +125,7 @@ void RemoteControl::runCommand(const QString& line) {
   if (verb == "key") pressKey(argument);
   if (verb == "text") typeText(argument);
   if (verb == "click") clickButton(argument);
+  if (verb == "shot") saveShot(argument);
 }
 
 void RemoteControl::reportFront() {

@@ -25,14 +25,21 @@ namespace {
 
 class LoggingWindowTest : public ::testing::TestWithParam<Orientation> {
  protected:
+  // Landscape runs with a GPS receiver on COM2:, portrait without.
   LoggingWindowTest() {
-    meter = posix_openpt(O_RDWR | O_NOCTTY);
-    if (meter >= 0 && grantpt(meter) == 0 && unlockpt(meter) == 0)
-      context.ports.paths[0] = ptsname(meter);
+    context.ports.paths[0] = openTerminal(meter);
+    context.ports.paths[1] = openTerminal(receiver);
+    context.settings.gpsEnabled = GetParam() == Orientation::kLandscape ? 1 : 0;
     window.show();
   }
   ~LoggingWindowTest() override {
-    if (meter >= 0) close(meter);
+    for (int fd : {meter, receiver})
+      if (fd >= 0) close(fd);
+  }
+
+  static std::string openTerminal(int& fd) {
+    fd = posix_openpt(O_RDWR | O_NOCTTY);
+    return fd >= 0 && grantpt(fd) == 0 && unlockpt(fd) == 0 ? ptsname(fd) : "";
   }
 
   QWidget* openRun() {
@@ -41,11 +48,12 @@ class LoggingWindowTest : public ::testing::TestWithParam<Orientation> {
     return logging && logging->isVisible() ? logging : nullptr;
   }
 
-  void sendRecords(int count) {
+  void sendRecords(int count, const std::string& gps = "") {
     for (int i = 0; i < count; ++i) {
       const std::string record = "T\x20-0120 0040\r";
       ASSERT_EQ(write(meter, record.data(), record.size()), ssize_t(record.size()));
     }
+    ASSERT_EQ(write(receiver, gps.data(), gps.size()), ssize_t(gps.size()));
     QTest::qWait(300);
   }
 
@@ -61,6 +69,7 @@ class LoggingWindowTest : public ::testing::TestWithParam<Orientation> {
   MainWindow window{context};
   MainCommands commands{window};
   int meter = -1;
+  int receiver = -1;
 };
 
 INSTANTIATE_TEST_SUITE_P(Both, LoggingWindowTest,
@@ -74,13 +83,21 @@ TEST_P(LoggingWindowTest, MonitorShowsEachReadingAndExitGivesTheMenuItsKeys) {
   QWidget* logging = openRun();
   ASSERT_TRUE(logging);
   EXPECT_EQ(logging->geometry(), window.rect());
-  sendRecords(3);
+  sendRecords(3,
+              "$GPGGA,123519,4807.038,N,01131.000,E,2,08,0.9,545.4,M,46.9,M,,*44\r\n"
+              "$GPGSA,A,3,04,05,,09,12,,,24,,,,,2.5,1.3,2.1*39\r\n");
   auto* status = logging->findChild<StatusPanel*>();
   ASSERT_TRUE(status);
   EXPECT_EQ(status->text(StatusField::kState), "Monitor");
   EXPECT_TRUE(status->text(StatusField::kConductivity).startsWith("C:30.00"))
       << status->text(StatusField::kConductivity).toStdString();
-  EXPECT_EQ(status->text(StatusField::kGpsDisabled), "GPS  Input  disabled");
+  QStringList gps;
+  for (StatusField field :
+       {StatusField::kGpsDisabled, StatusField::kGpsActivity, StatusField::kGpsSatellites,
+        StatusField::kGpsFix, StatusField::kGpsPdop})
+    gps << status->text(field);
+  EXPECT_EQ(gps.join('|'),
+            context.settings.gpsEnabled ? "|/| 8|DGPS|2.5 " : "GPS  Input  disabled||||");
   ASSERT_TRUE(visibleButton(logging, 460) && visibleButton(logging, 461));
   EXPECT_EQ(visibleButton(logging, 460)->text(), "&Create File");
   EXPECT_FALSE(visibleButton(logging, 462));
