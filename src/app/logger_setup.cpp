@@ -8,7 +8,8 @@ namespace gc40 {
 
 std::variant<LoggerContext, SetupError> prepareLogger(const CommandLine& options, const char* home,
                                                       std::ostream& warnings) {
-  LoggerContext context{options, {options.storage.value_or(defaultStorageRoot(home))}, {}, {}, {}, {}};
+  LoggerContext context{
+      options, {options.storage.value_or(defaultStorageRoot(home))}, {}, {}, {}, {}, {}};
   if (std::optional<std::string> error = prepareStorage(context.storage)) {
     return SetupError{*error};
   }

@@ -19,8 +19,10 @@ struct LoggerContext {
   StorageRoot storage;
   Settings settings;
   PortMap ports;
-  ProfileTraces profileTraces;          // which traces the live profile draws
-  std::string simulatedInstrumentPath;  // --simulate: the simulator's port, else empty
+  ProfileTraces profileTraces;  // which traces the live profile draws
+  // --simulate: the simulated instrument's and GPS receiver's ports, else empty.
+  std::string simulatedInstrumentPath;
+  std::string simulatedGpsPath;
 };
 
 struct SetupError {

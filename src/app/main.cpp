@@ -62,6 +62,7 @@ int runLogger(int argc, char** argv) {
       return 1;
     }
     context.simulatedInstrumentPath = simulator.devicePath();
+    context.simulatedGpsPath = simulator.gpsDevicePath();
   }
 
   gc40::KeepAlive keepAlive;

@@ -73,6 +73,8 @@ void MainCommands::startMonitorLog() {
   window_.setKeysActive(true);
   if (!context.simulatedInstrumentPath.empty())
     mapSimulatedInstrument(context.simulatedInstrumentPath, context.settings, context.ports);
+  if (!context.simulatedGpsPath.empty())
+    mapSimulatedGps(context.simulatedGpsPath, context.settings, context.ports);
   SerialPortOpening opening = openInstrumentPort(context.settings, context.ports);
   if (!opening.port) {
     showSerialPortFailure(&window_, kCannotOpenInstrumentPort, opening.failure);

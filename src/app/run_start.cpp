@@ -1,6 +1,14 @@
 #include "app/run_start.h"
 
 namespace gc40 {
+namespace {
+
+void mapPort(int index, const std::string& devicePath, PortMap& ports) {
+  if (index >= 0 && static_cast<std::size_t>(index) < ports.paths.size())
+    ports.paths[static_cast<std::size_t>(index)] = devicePath;
+}
+
+}  // namespace
 
 bool portsConflict(const Settings& settings) {
   return settings.gpsEnabled == 1 && settings.instrumentPort == settings.gpsPort;
@@ -8,8 +16,11 @@ bool portsConflict(const Settings& settings) {
 
 void mapSimulatedInstrument(const std::string& devicePath, const Settings& settings,
                             PortMap& ports) {
-  const auto index = static_cast<std::size_t>(settings.instrumentPort);
-  if (settings.instrumentPort >= 0 && index < ports.paths.size()) ports.paths[index] = devicePath;
+  mapPort(settings.instrumentPort, devicePath, ports);
+}
+
+void mapSimulatedGps(const std::string& devicePath, const Settings& settings, PortMap& ports) {
+  if (settings.gpsPort != settings.instrumentPort) mapPort(settings.gpsPort, devicePath, ports);
 }
 
 }  // namespace gc40

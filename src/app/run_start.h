@@ -19,4 +19,9 @@ bool portsConflict(const Settings& settings);
 void mapSimulatedInstrument(const std::string& devicePath, const Settings& settings,
                             PortMap& ports);
 
+// The same for the GPS port, whether or not GPS is on, except where it is the
+// instrument port: with GPS on that pair is refused anyway, and with GPS off
+// the instrument must still be found there.
+void mapSimulatedGps(const std::string& devicePath, const Settings& settings, PortMap& ports);
+
 }  // namespace gc40

@@ -33,22 +33,33 @@ bool SimulatedInstrument::start(std::string* error) {
   const QString program = simulatorPath();
   if (!folder_.isValid()) {
     *error =
-        "cannot make a folder for the simulator's port: " + folder_.errorString().toStdString();
+        "cannot make a folder for the simulator's ports: " + folder_.errorString().toStdString();
     return false;
   }
-  process_.start(program, {"--link", folder_.filePath("instrument"), "--pattern", "walk"});
+  process_.start(program, {"--link", folder_.filePath("instrument"), "--pattern", "walk",
+                           "--gps-link", folder_.filePath("gps")});
   if (!process_.waitForStarted(kStartTimeoutMs)) {
     *error = "cannot start " + program.toStdString() + ": " + process_.errorString().toStdString();
     return false;
   }
-  while (process_.waitForReadyRead(kStartTimeoutMs)) {
+  // The instrument's ready line comes first, then the GPS receiver's.
+  for (std::string* path : {&devicePath_, &gpsDevicePath_}) {
+    if (!readReadyLine(path)) {
+      *error = program.toStdString() + " did not say it was ready";
+      return false;
+    }
+  }
+  return true;
+}
+
+bool SimulatedInstrument::readReadyLine(std::string* path) {
+  while (process_.canReadLine() || process_.waitForReadyRead(kStartTimeoutMs)) {
     if (!process_.canReadLine()) continue;
     const QString line = QString::fromLocal8Bit(process_.readLine()).trimmed();
     if (!line.startsWith(kReadyPrefix)) continue;
-    devicePath_ = line.mid(int(sizeof kReadyPrefix) - 1).toStdString();
+    *path = line.mid(int(sizeof kReadyPrefix) - 1).toStdString();
     return true;
   }
-  *error = program.toStdString() + " did not say it was ready";
   return false;
 }
 

@@ -1,7 +1,8 @@
 #pragma once
-// The instrument of a --simulate run: gc40-sim, started beside gc40 on a
-// pseudo-terminal of its own. Each Monitor/Log run reads it in place of
-// whatever port the settings name, so the operator's port map stays as it is.
+// The instrument and GPS receiver of a --simulate run: gc40-sim, started beside
+// gc40 with a pseudo-terminal for each. Each Monitor/Log run reads them in
+// place of whatever ports the settings name, so the operator's port map stays
+// as it is.
 
 #include <QProcess>
 #include <QTemporaryDir>
@@ -16,16 +17,20 @@ class SimulatedInstrument {
   SimulatedInstrument& operator=(const SimulatedInstrument&) = delete;
   ~SimulatedInstrument();
 
-  // Starts the simulator next to this program and waits until its port is
-  // there. False with a message naming what failed.
+  // Starts the simulator next to this program and waits until both its ports
+  // are there. False with a message naming what failed.
   bool start(std::string* error);
-  // The device path a run opens.
+  // The device paths a run opens.
   const std::string& devicePath() const { return devicePath_; }
+  const std::string& gpsDevicePath() const { return gpsDevicePath_; }
 
  private:
+  bool readReadyLine(std::string* path);
+
   QTemporaryDir folder_;
   QProcess process_;
   std::string devicePath_;
+  std::string gpsDevicePath_;
 };
 
 }  // namespace gc40

@@ -122,6 +122,26 @@ TEST(Gc40Sim, StopsAtOnceOnASignalWhereverItWaits) {
   }
 }
 
+TEST(Gc40Sim, ReplaysACaptureByteForByteOnItsOwnLinkBesideTheMeter) {
+  // NUL bytes and cut-off sentences; bytes above 127 and a truncated last sentence.
+  for (const char* name : {"gp-320fw-2019-04-07-coldboot.log", "ublox-8.log"}) {
+    const fs::path capture = fs::path(GC40_NMEA_DIR) / name;
+    const std::string bytes = testing::readBytes(capture);
+    testing::TempFolder gpsFolder;
+    const fs::path gps = gpsFolder.path() / "gps";
+    Sim sim({"--gps-link", gps, "--nmea", capture, "--nmea-period", "0"});
+    ASSERT_TRUE(sim.ready());
+    EXPECT_EQ(sim.process.readLine(5s), "gc40-sim: ready " + gps.string());
+    {
+      const Reader reader(gps);
+      EXPECT_EQ(reader.read(bytes.size()), bytes) << name;
+      EXPECT_EQ(reader.read(1, 200ms), "");  // and no more
+    }
+    sim.expectCleanEnd(sim.process.stop());
+    EXPECT_FALSE(fs::exists(fs::symlink_status(gps)));
+  }
+}
+
 TEST(Gc40Sim, RefusesWhatItCannotDoWithTheRightStatus) {
   testing::TempFolder folder;
   const fs::path file = folder.path() / "notes.txt", noFolder = folder.path() / "no/such/gc40";
@@ -130,7 +150,10 @@ TEST(Gc40Sim, RefusesWhatItCannotDoWithTheRightStatus) {
   for (const auto& [arguments, status, text] :
        {Case{{"--link", file, "--period", "fast"}, 2, "not 'fast'\n\nUsage: gc40-sim"},
         Case{{"--link", file}, 1, file.string() + " exists and is not a symbolic link"},
-        Case{{"--link", noFolder}, 1, "cannot create the link " + noFolder.string()}}) {
+        Case{{"--link", noFolder}, 1, "cannot create the link " + noFolder.string()},
+        Case{{"--gps-link", noFolder, "--nmea", file.string() + ".log"},
+             1,
+             "cannot read " + file.string() + ".log: No such file"}}) {
     Sim sim(arguments);
     EXPECT_EQ(sim.process.waitForExit(), status) << text;
     EXPECT_NE(sim.errors().find(text), std::string::npos) << sim.errors();

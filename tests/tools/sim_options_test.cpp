@@ -19,11 +19,27 @@ TEST(SimOptions, ValueTextsAndSecondsAreTakenAsWritten) {
   EXPECT_EQ(instrument.firstValue, "12,50");  // a comma inside a value is the value's own
   EXPECT_EQ(instrument.secondValue, "-0.56");
   EXPECT_EQ(instrument.dropout.count(), 250);
+
+  // The GPS receiver alone: the meter's link may be left out.
+  const auto gps = parseSimOptions(
+      Arguments{"--gps-link", "/tmp/gps", "--nmea=a b.log", "--nmea-period=0", "--loop"});
+  ASSERT_TRUE(std::holds_alternative<SimOptions>(gps)) << std::get<SimOptionsError>(gps).message;
+  const SimOptions& options = std::get<SimOptions>(gps);
+  EXPECT_EQ(options.link, "");
+  EXPECT_EQ(options.gpsLink, "/tmp/gps");
+  EXPECT_EQ(options.nmea.file, "a b.log");
+  EXPECT_EQ(options.nmea.period, std::chrono::milliseconds(0));
+  EXPECT_TRUE(options.nmea.loop);
 }
 
 TEST(SimOptions, WrongCommandLinesAreRefusedWithTheReason) {
   for (const auto& [arguments, reason] : std::vector<std::pair<Arguments, std::string_view>>{
-           {{}, "--link PATH is required"},
+           {{}, "at least one of --link PATH and --gps-link PATH is required"},
+           {{"--gps-link="}, "--gps-link needs a path"},
+           {{"--link", "x", "--gps-link", "x"}, "paths of their own"},
+           {{"--link", "x", "--nmea", "a.log"}, "--nmea needs --gps-link"},
+           {{"--gps-link", "g", "--loop"}, "--nmea-period and --loop go with --nmea"},
+           {{"--gps-link", "g", "--nmea", "a", "--nmea-period", "0.5"}, "--nmea-period wants"},
            {{"--link"}, "--link needs a value"},
            {{"--link", "x", "--period", "-1"}, "--period wants a whole number from 0 to 3600000"},
            {{"--link", "x", "--period=9x"}, "not '9x'"},

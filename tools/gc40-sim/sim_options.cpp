@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cstdint>
 #include <optional>
+#include <utility>
 
 #include "base/number_text.h"
 
@@ -97,13 +98,22 @@ constexpr WholeOption kWholeOptions[] = {
      [](SimOptions& o, auto v) { o.instrument.dropoutEvery = int(v); }},
     {"--junk-every", 1, kMaxEvery, [](SimOptions& o, auto v) { o.instrument.junkEvery = int(v); }},
     {"--count", 0, INT64_MAX, [](SimOptions& o, auto v) { o.instrument.count = v; }},
+    {"--nmea-period", 0, kMaxMilliseconds,
+     [](SimOptions& o, auto v) { o.nmea.period = milliseconds(v); }},
 };
 
 // Options whose value is not a plain whole number; the message when it is wrong.
 std::string applyText(std::string_view name, std::string_view value, SimOptions& options) {
-  if (name == "--link") {
-    options.link = value;
-    return value.empty() ? "--link needs a path" : "";
+  constexpr std::pair<std::string_view, std::filesystem::path SimOptions::*> kPaths[] = {
+      {"--link", &SimOptions::link}, {"--gps-link", &SimOptions::gpsLink}};
+  for (const auto& [pathOption, member] : kPaths) {
+    if (name != pathOption) continue;
+    options.*member = value;
+    return value.empty() ? std::string(name) + " needs a path" : "";
+  }
+  if (name == "--nmea") {
+    options.nmea.file = value;
+    return value.empty() ? "--nmea needs a file" : "";
   }
   if (name == "--pattern") return setPattern(value, options.instrument.pattern);
   if (name == "--values") return setValues(value, options.instrument);
@@ -111,8 +121,8 @@ std::string applyText(std::string_view name, std::string_view value, SimOptions&
 }
 
 bool takesText(std::string_view name) {
-  return name == "--link" || name == "--pattern" || name == "--values" ||
-         name == "--dropout-seconds";
+  return name == "--link" || name == "--gps-link" || name == "--nmea" || name == "--pattern" ||
+         name == "--values" || name == "--dropout-seconds";
 }
 
 const WholeOption* findWholeOption(std::string_view name) {
@@ -142,6 +152,10 @@ std::string applyArgument(std::span<const std::string_view> arguments, std::size
     options.instrument.lineFeed = true;
     return {};
   }
+  if (argument == "--loop") {
+    options.nmea.loop = true;
+    return {};
+  }
   const std::string_view name = argument.substr(0, argument.find('='));
   const WholeOption* const whole = findWholeOption(name);
   if (whole == nullptr && !takesText(name)) return "unknown option " + quoted(argument);
@@ -158,7 +172,13 @@ std::string applyArgument(std::span<const std::string_view> arguments, std::size
 
 std::string checkTogether(const SimOptions& options) {
   const InstrumentOptions& instrument = options.instrument;
-  if (options.link.empty()) return "--link PATH is required";
+  if (options.link.empty() && options.gpsLink.empty())
+    return "at least one of --link PATH and --gps-link PATH is required";
+  if (!options.link.empty() && options.link == options.gpsLink)
+    return "--link and --gps-link need paths of their own";
+  if (!options.nmea.file.empty() && options.gpsLink.empty()) return "--nmea needs --gps-link";
+  if (options.nmea.file.empty() && (options.nmea.period || options.nmea.loop))
+    return "--nmea-period and --loop go with --nmea";
   if (instrument.triggerEvery > 0 && instrument.triggerLength >= instrument.triggerEvery) {
     return "--trigger-length must be shorter than --trigger-every, or the button never lets go";
   }
@@ -183,14 +203,20 @@ std::variant<SimOptions, SimOptionsError> parseSimOptions(
 }
 
 std::string simUsageText() {
-  return "Usage: gc40-sim --link PATH [OPTION]...\n"
-         "Simulates a GC40 meter on a pseudo-terminal: PATH becomes a link to it, and once a\n"
-         "reader opens PATH it receives a record ('T', status byte, two 5-character values,\n"
-         "CR) every period. Prints 'gc40-sim: ready PATH' when PATH can be opened.\n"
+  return "Usage: gc40-sim [--link PATH] [--gps-link PATH] [OPTION]...\n"
+         "Simulates a GC40 meter, a GPS receiver, or both, each on a pseudo-terminal of its own\n"
+         "that its link points to. Once a reader opens the meter's link it receives a record\n"
+         "('T', status byte, two 5-character values, CR) every period; the GPS receiver's\n"
+         "reader receives GGA, GSA and RMC once a second from someone walking a straight line\n"
+         "with a fix, or the lines of a capture (--nmea). Prints 'gc40-sim: ready PATH' for\n"
+         "each link, the meter's first, when it can be opened.\n"
          "\n"
-         "  --link PATH            the link to create (an existing link there is replaced)\n"
+         "  --link PATH            the meter's link (an existing link there is replaced)\n"
+         "  --gps-link PATH        the GPS receiver's link\n"
+         "  --settle MS            wait after a reader opens before sending (default 100)\n"
+         "\n"
+         "The meter:\n"
          "  --period MS            time between records (default 91; 0: as fast as read)\n"
-         "  --settle MS            wait after the reader opens before sending (default 100)\n"
          "  --pattern NAME         values: constant, ramp, walk (default) or sequence, whose\n"
          "                         first value is the record number 0..99999\n"
          "  --values A,B           raw value texts, 5 characters each (default -0120,00040):\n"
@@ -204,10 +230,23 @@ std::string simUsageText() {
          "  --dropout-seconds S    ...for S seconds (default 3)\n"
          "  --junk-every N         put a few random bytes (never CR) before every Nth record\n"
          "  --lf                   send a line feed after each CR\n"
-         "  --count N              stop after N records; exit once the reader closes PATH\n"
+         "  --count N              stop after N records\n"
+         "\n"
+         "The GPS receiver:\n"
+         "  --nmea FILE            replay FILE's bytes exactly as they are, line by line\n"
+         "  --nmea-period MS       time after every line (0: as fast as read); without it the\n"
+         "                         capture's own pace: a line whose GGA, RMC, ZDA or GLL time\n"
+         "                         differs from the last one starts a burst, that much later\n"
+         "                         (100 to 2000 ms; 1000 when it goes back), and the lines of\n"
+         "                         a burst go back to back\n"
+         "  --loop                 start FILE again after its end; without it the receiver\n"
+         "                         falls silent after the last line\n"
+         "\n"
          "  --help                 show this help and exit\n"
          "\n"
-         "SIGINT or SIGTERM removes the link and exits with status 0.\n";
+         "Once every link has sent its last byte (--count, --nmea without --loop) and its\n"
+         "reader has closed it, gc40-sim exits. SIGINT or SIGTERM removes the links and\n"
+         "exits with status 0.\n";
 }
 
 }  // namespace gc40

@@ -9,13 +9,17 @@
 #include <variant>
 
 #include "gc40-sim/instrument_records.h"
+#include "gc40-sim/nmea_replay.h"
 
 namespace gc40 {
 
+// At least one of the two links; each has a device of its own.
 struct SimOptions {
-  std::filesystem::path link;
+  std::filesystem::path link;     // the instrument's
+  std::filesystem::path gpsLink;  // the GPS receiver's
   std::chrono::milliseconds settle{100};
   InstrumentOptions instrument;
+  NmeaReplayOptions nmea;
   bool help = false;
 };
 
