@@ -7,6 +7,7 @@
 #include "app/run_start.h"
 #include "app/setup_dialogs.h"
 #include "app/view_files_screen.h"
+#include "gps/monitor_gps_window.h"
 #include "instrument/serial_ports.h"
 #include "logging/logging_window.h"
 
@@ -16,11 +17,16 @@ MainCommands::MainCommands(MainWindow& window)
     : QObject(&window),
       window_(window),
       logging_(new LoggingWindow(window.context(), &window, window.scale())),
+      monitorGps_(new MonitorGpsWindow(window.context(), &window, window.scale())),
       viewFiles_(new ViewFilesScreen(&window)) {
   connect(&window, &MainWindow::commandChosen, this, &MainCommands::carryOut);
   // A run that ended (normally or for a lost connection) gives the menu its keys back.
   connect(logging_, &LoggingWindow::runEnded, this, [this] {
     window_.setKeysActive(false);
+    window_.setFocus();
+    window_.update();
+  });
+  connect(monitorGps_, &MonitorGpsWindow::closed, this, [this] {
     window_.setFocus();
     window_.update();
   });
@@ -40,9 +46,7 @@ void MainCommands::carryOut(MainCommand command) {
       window_.setFocus();
       break;
     case MainCommand::kSetGpsPort:
-      // A result of 1 ("Monitor GPS Output") opens the Monitor GPS screen,
-      // which comes with the GPS work.
-      runGpsPortSetup(&window_, context);
+      if (runGpsPortSetup(&window_, context) == 1) openMonitorGps();  // "Monitor GPS Output"
       break;
     case MainCommand::kDisplayOptions:
       runDisplayOptions(&window_, context);
@@ -81,6 +85,20 @@ void MainCommands::startMonitorLog() {
     return;
   }
   logging_->startRun(std::move(opening.port));
+}
+
+// The screen is shown even without GPS input or with a port that did not
+// open: it then lists nothing.
+void MainCommands::openMonitorGps() {
+  LoggerContext& context = window_.context();
+  if (context.settings.gpsEnabled == 1) {
+    SerialPortOpening opening = openGpsPort(context.settings, context.ports);
+    if (opening.port)
+      monitorGps_->startReader(std::move(opening.port));
+    else
+      showSerialPortFailure(&window_, kCannotOpenGpsPort, opening.failure);
+  }
+  monitorGps_->showOverMainWindow();
 }
 
 }  // namespace gc40

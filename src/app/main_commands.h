@@ -1,6 +1,7 @@
 #pragma once
 // Carries out the main menu's commands other than Exit: a Monitor/Log run
-// start, the four setup dialogs and the View Files screen.
+// start, the four setup dialogs (Set GPS Port may open the Monitor GPS
+// screen) and the View Files screen.
 
 #include <QObject>
 
@@ -10,6 +11,7 @@ namespace gc40 {
 
 class MainWindow;
 class LoggingWindow;
+class MonitorGpsWindow;
 class ViewFilesScreen;
 
 class MainCommands : public QObject {
@@ -24,9 +26,11 @@ class MainCommands : public QObject {
  private:
   void startMonitorLog();
   void showViewFiles();
+  void openMonitorGps();
 
   MainWindow& window_;
   LoggingWindow* logging_ = nullptr;
+  MonitorGpsWindow* monitorGps_ = nullptr;
   ViewFilesScreen* viewFiles_ = nullptr;
 };
 

@@ -22,6 +22,8 @@ void PortReader::start() {
 
 void PortReader::pause() { running_ = false; }
 
+void PortReader::resume() { running_ = port_->isOpen(); }
+
 void PortReader::stop() {
   running_ = false;
   if (port_->isOpen()) port_->close();

@@ -32,6 +32,9 @@ class PortReader : public QObject {
   // Stops handing bytes on; what arrives meanwhile waits for the next start,
   // which purges it.
   void pause();
+  // Hands bytes on again without purging, so that a reply to what was just
+  // written is kept.
+  void resume();
   // Closes the port. The handler may call it; bytes already read are dropped.
   void stop();
 

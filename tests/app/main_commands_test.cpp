@@ -1,5 +1,5 @@
-// Monitor/Log as far as the instrument port, the setup dialogs and the View
-// Files screen. A run that starts is the logging window's test.
+// Monitor/Log as far as the instrument port, the setup dialogs, the Monitor
+// GPS and View Files screens. A run that starts is the logging window's test.
 
 #include "app/main_commands.h"
 
@@ -75,6 +75,28 @@ TEST_F(MainCommandsTest, LettersOpenTheirSetupDialogs) {
     QTest::keyClick(&window, key);
     EXPECT_EQ(shown, title);
   }
+}
+
+// The screen opens whether or not its port does; x gives the menu its keys back.
+TEST_F(MainCommandsTest, MonitorGpsOutputOpensTheMonitorGpsScreen) {
+  context.settings.gpsEnabled = 1;
+  context.ports.paths[std::size_t(context.settings.gpsPort)] = (folder.path() / "no-gps").string();
+  QString caption, text;
+  testing::ModalScript script({[](QWidget* modal) {
+                                 auto* monitor = modal->findChild<QPushButton*>("729");
+                                 if (monitor) monitor->click();
+                                 return monitor != nullptr;
+                               },
+                               testing::acknowledgeMessageBox(&caption, &text)},
+                              5000);
+  QTest::keyClick(&window, Qt::Key_G);
+  EXPECT_EQ(Box(caption, text), Box("Serial Port", "Cannot open GPS port"));
+  auto* monitorGps = window.findChild<QWidget*>("MonitorGPSWnd");
+  ASSERT_TRUE(monitorGps && monitorGps->isVisible());
+  EXPECT_EQ(monitorGps->windowTitle(), "Monitor GPS");
+  QTest::keyClick(monitorGps, Qt::Key_X);
+  EXPECT_FALSE(monitorGps->isVisible());
+  EXPECT_EQ(window.focusWidget(), &window);  // the menu's keys, when the window is active
 }
 
 }  // namespace

@@ -1,0 +1,212 @@
+#include "gps/monitor_gps_window.h"
+
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QThread>
+
+#include "app/window_geometry.h"
+#include "base/text_codec.h"
+#include "gps/gps_line_list.h"
+#include "gps/gps_message_dialog.h"
+#include "instrument/port_reader.h"
+
+namespace gc40 {
+namespace {
+
+// Layout pixels, scaled like the main window.
+constexpr int kMargin = 2;
+constexpr int kGap = 2;
+constexpr int kButtonHeight = 20;
+constexpr int kEditHeight = 22;
+constexpr int kButtonPlaces = 3;  // "&Go" and "&Pause" share the first
+constexpr int kListFontPixels = 12;
+constexpr int kSilenceCheckMs = 250;
+
+// Around the command write the receiver's queues need a moment to settle.
+constexpr unsigned long kPurgeWaitMs = 2;
+constexpr unsigned long kAfterWriteMs = 5;
+
+QString qText(std::string_view text) {
+  const std::u16string wide = windows1252ToWide(text);
+  return QString::fromUtf16(wide.data(), static_cast<qsizetype>(wide.size()));
+}
+
+}  // namespace
+
+MonitorGpsWindow::MonitorGpsWindow(LoggerContext& context, QWidget* mainWindow, int scale,
+                                   TickSource tickCount)
+    : QWidget(mainWindow), context_(context), scale_(scale), tickCount_(std::move(tickCount)) {
+  setObjectName(QStringLiteral("MonitorGPSWnd"));
+  setWindowTitle(QStringLiteral("Monitor GPS"));
+  setAutoFillBackground(true);
+  setFocusPolicy(Qt::StrongFocus);
+  createControls();
+  placeControls();
+  connect(&silenceTimer_, &QTimer::timeout, this, &MonitorGpsWindow::checkSilence);
+  hide();
+}
+
+void MonitorGpsWindow::createControls() {
+  list_ = new GpsLineList(this);
+  QFont listFont = font();
+  listFont.setPixelSize(kListFontPixels * scale_);
+  list_->setFont(listFont);
+  command_ = new QLineEdit(qText(kGpsMonitorCommand), this);
+  go_ = makeButton(kGpsGoId, "&Go");
+  pause_ = makeButton(kGpsPauseId, "&Pause");
+  send_ = makeButton(kGpsSendId, "&Send");
+  exit_ = makeButton(kGpsExitId, "E&xit");
+  connect(go_, &QPushButton::clicked, this, &MonitorGpsWindow::go);
+  connect(pause_, &QPushButton::clicked, this, &MonitorGpsWindow::pause);
+  connect(send_, &QPushButton::clicked, this, &MonitorGpsWindow::send);
+  connect(exit_, &QPushButton::clicked, this, &MonitorGpsWindow::leave);
+  showPauseButton(true);
+}
+
+QPushButton* MonitorGpsWindow::makeButton(int id, const char* label) {
+  auto* button = new QPushButton(QString::fromLatin1(label), this);
+  button->setObjectName(QString::number(id));
+  // The window keeps the keys: a focused button would take "x".
+  button->setFocusPolicy(Qt::NoFocus);
+  return button;
+}
+
+// The list takes what the command line and the button row leave.
+void MonitorGpsWindow::placeControls() {
+  const LayoutSize screen = layoutSize(
+      context_.settings.portraitScreen == 1 ? Orientation::kPortrait : Orientation::kLandscape);
+  setFixedSize(screen.width * scale_, screen.height * scale_);
+  const auto place = [this](QWidget* widget, int left, int top, int width, int height) {
+    widget->setGeometry(left * scale_, top * scale_, width * scale_, height * scale_);
+  };
+  const int inner = screen.width - 2 * kMargin;
+  const int buttonsTop = screen.height - kMargin - kButtonHeight;
+  const int editTop = buttonsTop - kGap - kEditHeight;
+  place(list_, kMargin, kMargin, inner, editTop - kGap - kMargin);
+  place(command_, kMargin, editTop, inner, kEditHeight);
+  const int buttonWidth = (inner - (kButtonPlaces - 1) * kGap) / kButtonPlaces;
+  const auto placeButton = [&](QPushButton* button, int index) {
+    place(button, kMargin + index * (buttonWidth + kGap), buttonsTop, buttonWidth, kButtonHeight);
+  };
+  placeButton(go_, 0);
+  placeButton(pause_, 0);
+  placeButton(send_, 1);
+  placeButton(exit_, 2);
+}
+
+void MonitorGpsWindow::startReader(std::unique_ptr<QSerialPort> gpsPort) {
+  assembler_.reset();
+  reader_ = new PortReader(
+      std::move(gpsPort),
+      [this](std::string_view bytes, std::uint32_t tick) {
+        assembler_.feed(bytes, tick, [this](std::string_view text, std::uint32_t) {
+          watch_.renew(tickCount_());
+          addLine(text);
+        });
+      },
+      nullptr, this);
+  reader_->start();
+  paused_ = false;
+  watch_.renew(tickCount_());
+  silenceTimer_.start(kSilenceCheckMs);
+}
+
+void MonitorGpsWindow::showOverMainWindow() {
+  setGeometry(parentWidget()->rect());
+  show();
+  raise();
+  // It opens as the Set GPS Port dialog closes, which leaves no window active.
+  activateWindow();
+  setFocus();
+}
+
+void MonitorGpsWindow::addLine(std::string_view text) {
+  if (context_.settings.gpsEnabled == 1) list_->addLine(qText(text));
+  if (isVisible()) setFocus();
+}
+
+void MonitorGpsWindow::checkSilence() {
+  if (reader_ && !paused_ && watch_.due(tickCount_())) addLine(kNoDataLine);
+}
+
+void MonitorGpsWindow::showPauseButton(bool pauseShown) {
+  pause_->setVisible(pauseShown);
+  pause_->setEnabled(pauseShown);
+  go_->setVisible(!pauseShown);
+  go_->setEnabled(!pauseShown);
+}
+
+// The transmit queue, then the receive queue.
+void MonitorGpsWindow::purge(unsigned long waitMs) {
+  QSerialPort& port = reader_->port();
+  port.clear(QSerialPort::Output);
+  QThread::msleep(waitMs);
+  port.clear(QSerialPort::Input);
+  QThread::msleep(waitMs);
+}
+
+// A port closed by a failure has nothing to purge or write to.
+PortReader* MonitorGpsWindow::openReader() {
+  return reader_ && reader_->isOpen() ? reader_ : nullptr;
+}
+
+void MonitorGpsWindow::go() {
+  if (PortReader* reader = openReader()) reader->start();  // purges what came while paused
+  paused_ = false;
+  showPauseButton(true);
+}
+
+void MonitorGpsWindow::pause() {
+  if (reader_) reader_->pause();
+  if (openReader()) purge();
+  paused_ = true;
+  showPauseButton(false);
+}
+
+void MonitorGpsWindow::send() {
+  const std::optional<QString> text = runGpsMessageDialog(this, command_->text());
+  if (isVisible()) activateWindow(), setFocus();
+  if (!text) return;
+  command_->setText(*text);
+  if (openReader()) writeCommand(gpsCommandBytes(text->toStdU16String()));
+  paused_ = false;
+  showPauseButton(true);
+}
+
+// The reader stands still while the line goes out, and starts again without
+// a purge so that the receiver's answer is listed.
+void MonitorGpsWindow::writeCommand(const std::string& bytes) {
+  if (!paused_) {
+    reader_->pause();
+    QThread::msleep(kPurgeWaitMs);
+  }
+  purge(kPurgeWaitMs);
+  QSerialPort& port = reader_->port();
+  port.write(bytes.data(), static_cast<qint64>(bytes.size()));
+  port.flush();
+  QThread::msleep(kAfterWriteMs);
+  reader_->resume();
+}
+
+void MonitorGpsWindow::leave() {
+  silenceTimer_.stop();
+  if (reader_) {
+    reader_->stop();
+    reader_->deleteLater();  // it may be inside its byte handler now
+    reader_ = nullptr;
+  }
+  paused_ = false;
+  showPauseButton(true);
+  hide();
+  emit closed();
+}
+
+void MonitorGpsWindow::keyPressEvent(QKeyEvent* event) {
+  if (event->text() == QLatin1String("x") || event->text() == QLatin1String("X"))
+    leave();
+  else
+    QWidget::keyPressEvent(event);
+}
+
+}  // namespace gc40

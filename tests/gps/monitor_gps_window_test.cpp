@@ -1,0 +1,189 @@
+// The Monitor GPS screen over a pseudo-terminal that stands in for the GPS
+// receiver: the lines it lists, pause, the command it sends, the NO DATA
+// line on a clock the test moves, and Exit.
+
+#include "gps/monitor_gps_window.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <poll.h>
+#include <stdlib.h>
+#include <unistd.h>
+
+#include <QListWidget>
+#include <QTest>
+
+#include "app/main_window.h"
+#include "gps/gps_message_dialog.h"
+#include "instrument/serial_ports.h"
+#include "support/dialog_checks.h"
+#include "support/test_application.h"
+
+namespace gc40 {
+namespace {
+
+using namespace gc40::testing;
+
+// A main window with the screen over it, reading the receiver's
+// pseudo-terminal from the start.
+struct Bench {
+  explicit Bench(Orientation shape) : context(preparedLogger(folder, shape, 1)) {
+    receiver = posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK);
+    if (receiver >= 0 && grantpt(receiver) == 0 && unlockpt(receiver) == 0)
+      context.ports.paths[std::size_t(context.settings.gpsPort)] = ptsname(receiver);
+    context.settings.gpsEnabled = 1;
+    window.show();
+    SerialPortOpening opening = openGpsPort(context.settings, context.ports);
+    opened = opening.port != nullptr;
+    if (opened) monitor.startReader(std::move(opening.port));
+    monitor.showOverMainWindow();
+  }
+  ~Bench() { close(receiver); }
+
+  void receive(std::string_view bytes) {
+    EXPECT_EQ(write(receiver, bytes.data(), bytes.size()), ssize_t(bytes.size()));
+    QTest::qWait(200);
+  }
+
+  // What the screen wrote to the receiver.
+  std::string sent() {
+    QTest::qWait(100);
+    std::string bytes;
+    char chunk[256];
+    for (ssize_t got; (got = read(receiver, chunk, sizeof chunk)) > 0;) bytes.append(chunk, got);
+    return bytes;
+  }
+
+  QListWidget* list() { return monitor.findChild<QListWidget*>(); }
+  QStringList lines() {
+    QStringList texts;
+    for (int i = 0; i < list()->count(); ++i) texts << list()->item(i)->text();
+    return texts;
+  }
+  QPushButton* button(int id) { return monitor.findChild<QPushButton*>(QString::number(id)); }
+
+  // Which of "Go" and "Pause" is shown and enabled.
+  QString goOrPause() {
+    QStringList shown;
+    for (QPushButton* b : {button(kGpsGoId), button(kGpsPauseId)})
+      if (b->isVisibleTo(&monitor) && b->isEnabled()) shown << b->text().remove('&');
+    return shown.join('+');
+  }
+
+  TempFolder folder;
+  LoggerContext context;
+  MainWindow window{context};
+  std::uint32_t now = 0xFFFFF000u;  // the tick counter wraps during a test
+  MonitorGpsWindow monitor{context, &window, 1, [this] { return now; }};
+  int receiver = -1;
+  bool opened = false;
+};
+
+class MonitorGpsTest : public ::testing::Test {
+ protected:
+  TestApplication<QApplication> application;
+};
+
+TEST_F(MonitorGpsTest, ListsLinesInViewPausesAndExitsOnX) {
+  Bench bench(Orientation::kLandscape);
+  ASSERT_TRUE(bench.opened);
+  EXPECT_EQ(bench.monitor.geometry(), bench.window.rect());
+  EXPECT_EQ(bench.goOrPause(), "Pause");
+  std::string burst = "junk$GPGGA,0";  // "$" restarts the line
+  for (int i = 1; i <= 30; ++i) burst += "\r\n$GPGGA," + std::to_string(i);
+  bench.receive(burst + "\r\n$GPRMC,unfinished");
+  ASSERT_EQ(bench.lines().size(), 31);
+  EXPECT_EQ(bench.lines().front(), "$GPGGA,0");
+  EXPECT_EQ(bench.lines().back(), "$GPGGA,30");
+  QListWidget* list = bench.list();
+  EXPECT_TRUE(list->viewport()->rect().contains(list->visualItemRect(list->item(30))));
+
+  bench.button(kGpsPauseId)->click();
+  EXPECT_EQ(bench.goOrPause(), "Go");
+  bench.receive("$GPGGA,while paused\r\n");
+  bench.button(kGpsGoId)->click();
+  EXPECT_EQ(bench.goOrPause(), "Pause");
+  bench.receive("$GPRMC,after\r\n");
+  EXPECT_EQ(bench.lines().mid(31), QStringList{"$GPRMC,after"});
+
+  bench.button(kGpsPauseId)->click();
+  QTest::keyClick(&bench.monitor, Qt::Key_X);
+  EXPECT_FALSE(bench.monitor.isVisible());
+  EXPECT_EQ(bench.goOrPause(), "Pause");
+  pollfd receiver{bench.receiver, POLLIN, 0};
+  ASSERT_EQ(poll(&receiver, 1, 1000), 1);
+  EXPECT_TRUE(receiver.revents & POLLHUP);  // the port is closed
+}
+
+TEST_F(MonitorGpsTest, SendWritesTheTypedLineAndResumesEvenWhenPaused) {
+  Bench bench(Orientation::kLandscape);
+  ASSERT_TRUE(bench.opened);
+  bench.button(kGpsPauseId)->click();
+  const auto sendVia = [&](std::function<void(QDialog*)> drive) {
+    ModalScript script({onDialog(std::move(drive))}, 5000);
+    bench.button(kGpsSendId)->click();
+    EXPECT_TRUE(script.finished() && !script.timedOut());
+  };
+  sendVia([](QDialog* dialog) {
+    checkLook(dialog, kLayouts[1], "gps_message", "GPS Message",
+              {{kGpsMessageLabelId, {"Enter GPS message to be sent", "$PASHS,NME,SAT,A,ON"}}});
+    type(dialog, kGpsMessageEditId, "$PASHS,RST");
+    click(dialog, kIdCancel);
+  });
+  EXPECT_EQ(bench.sent(), "");
+  EXPECT_EQ(bench.goOrPause(), "Go");
+
+  const QString typed = QString::fromUtf8("$PASHS,NME,GGA,A,ON\u20AC");
+  sendVia([&](QDialog* dialog) {
+    type(dialog, kGpsMessageEditId, typed);
+    click(dialog, kIdOk);
+  });
+  EXPECT_EQ(bench.sent(), "$PASHS,NME,GGA,A,ON\x80\r\n");  // Windows-1252
+  EXPECT_EQ(bench.monitor.findChild<QLineEdit*>()->text(), typed);
+  EXPECT_EQ(bench.goOrPause(), "Pause");
+  bench.receive("$PASHR,ACK\r\n");
+  EXPECT_EQ(bench.lines(), QStringList{"$PASHR,ACK"});
+}
+
+TEST_F(MonitorGpsTest, NoDataAfterMoreThanSevenSilentSecondsWhileRunning) {
+  Bench bench(Orientation::kLandscape);
+  ASSERT_TRUE(bench.opened);
+  const auto after = [&](std::uint32_t ms) {
+    bench.now += ms;
+    QTest::qWait(500);  // two checks or more
+    return bench.lines();
+  };
+  EXPECT_EQ(after(7000), QStringList());
+  EXPECT_EQ(after(1), QStringList{"NO DATA"});  // across the counter's wrap
+  EXPECT_EQ(after(7000), QStringList{"NO DATA"});
+  bench.receive("$GPGGA,1\r\n");  // a line renews the time too
+  EXPECT_EQ(after(7000).size(), 2);
+  EXPECT_EQ(after(1).back(), "NO DATA");
+  bench.button(kGpsPauseId)->click();
+  EXPECT_EQ(after(60000).size(), 3);
+}
+
+// Leaves monitor_gps_<shape>.png in the tests' build folder.
+TEST_F(MonitorGpsTest, LooksRightInBothShapes) {
+  for (const Orientation shape : {Orientation::kPortrait, Orientation::kLandscape}) {
+    Bench bench(shape);
+    bench.receive(
+        "$GPGGA,123519.00,4807.0381,N,01131.0004,E,1,08,0.9,545.4,M,46.9,M,,*47\r\n"
+        "$GPRMC,123519.00,A,4807.0381,N,01131.0004,E,022.4,084.4,230394,003.1,W*6A\r\n"
+        "$GPGSA,A,3,04,05,,09,12,,,24,,,,,2.5,1.3,2.1*39\r\n");
+    EXPECT_EQ(bench.lines().size(), 3);
+    for (const int id : {kGpsGoId, kGpsPauseId, kGpsSendId, kGpsExitId}) {
+      QPushButton* button = bench.button(id);
+      const QString shown = QString(button->text()).remove('&');
+      EXPECT_GE(button->width(), button->fontMetrics().horizontalAdvance(shown) + 8) << id;
+      EXPECT_TRUE(bench.monitor.rect().contains(button->geometry())) << id;
+      EXPECT_FALSE(button->geometry().intersects(bench.list()->geometry())) << id;
+    }
+    const QString name = shape == Orientation::kPortrait ? "portrait" : "landscape";
+    EXPECT_TRUE(bench.window.grab().toImage().save(
+        QStringLiteral(GC40_TEST_OUTPUT_DIR "/monitor_gps_%1.png").arg(name)));
+  }
+}
+
+}  // namespace
+}  // namespace gc40
