@@ -14,7 +14,9 @@
 
 #include "base/number_text.h"
 #include "datafile/data_file_reader.h"
+#include "gps/gps_line_assembler.h"
 #include "support/child_process.h"
+#include "support/settings_listing.h"
 #include "support/temp_folder.h"
 
 namespace gc40 {
@@ -31,17 +33,25 @@ class WholeRun : public ::testing::Test {
   void SetUp() override {
     // The first value of each record counts the simulator's records, so a
     // lost or doubled one shows.
-    sim = std::make_unique<testing::ChildProcess>(
-        GC40_SIM_BINARY,
-        std::vector<std::string>{"--link", meter.string(), "--pattern", "sequence"},
-        folder.path() / "sim-errors.txt");
+    std::vector<std::string> simArguments{"--link", meter.string(), "--pattern", "sequence"};
+    std::vector<std::string> gc40Arguments{"--storage", (folder.path() / "GC40").string(),
+                                           "--port",    "COM1=" + meter.string(),
+                                           "--control", "--scale",
+                                           "1"};
+    if (receiverCapture) {  // the GPS receiver on COM2:, enabled in the settings
+      simArguments.insert(simArguments.end(), {"--gps-link", receiver.string(), "--nmea",
+                                               *receiverCapture, "--nmea-period", "5", "--loop"});
+      gc40Arguments.insert(gc40Arguments.end(), {"--port", "COM2=" + receiver.string()});
+      testing::writeBytes(folder.path() / "GC40" / "FLDINI" / "GC40.INI",
+                          testing::fileWithLine(36, "1"));
+    }
+    sim = std::make_unique<testing::ChildProcess>(GC40_SIM_BINARY, simArguments,
+                                                  folder.path() / "sim-errors.txt");
     ASSERT_EQ(sim->readLine(5s), "gc40-sim: ready " + meter.string());
+    if (receiverCapture) ASSERT_EQ(sim->readLine(5s), "gc40-sim: ready " + receiver.string());
     setenv("HOME", folder.path().c_str(), 1);
-    gc40 = std::make_unique<testing::ChildProcess>(
-        GC40_BINARY,
-        std::vector<std::string>{"--storage", (folder.path() / "GC40").string(), "--port",
-                                 "COM1=" + meter.string(), "--control", "--scale", "1"},
-        folder.path() / "errors.txt");
+    gc40 = std::make_unique<testing::ChildProcess>(GC40_BINARY, gc40Arguments,
+                                                   folder.path() / "errors.txt");
     ASSERT_TRUE(waitFront("GC40"));
   }
 
@@ -52,10 +62,13 @@ class WholeRun : public ::testing::Test {
   // Waits until gc40 says the window in front is `title` (with the keys on
   // `screen` when one is named).
   bool waitFront(const std::string& title, const std::string& screen = "") {
-    const std::string wanted = "front " + title + (screen.empty() ? "" : " / " + screen);
+    return waitForLine("front " + title + (screen.empty() ? "" : " / " + screen));
+  }
+
+  bool waitForLine(const std::string& wanted) {
     while (const auto line = gc40->readLine(10s))
       if (*line == wanted) return true;
-    ADD_FAILURE() << "never in front: " << wanted;
+    ADD_FAILURE() << "gc40 never said: " << wanted;
     return false;
   }
 
@@ -104,6 +117,8 @@ class WholeRun : public ::testing::Test {
 
   testing::TempFolder folder;
   fs::path meter = folder.path() / "meter";
+  fs::path receiver = folder.path() / "receiver";
+  std::optional<std::string> receiverCapture;  // set before SetUp for a GPS run
   fs::path dataFile = folder.path() / "GC40" / "DATA40" / "E2E.R40";
   std::unique_ptr<testing::ChildProcess> sim;
   std::unique_ptr<testing::ChildProcess> gc40;
@@ -222,6 +237,67 @@ TEST_F(WholeRun, ASilentMeterEndsTheRunWithoutLosingTheFile) {
   expectEveryReadingInOrder(contents, 3);
   send("key x");  // the menu has its keys back
   EXPECT_EQ(gc40->waitForExit(10s), 0);
+}
+
+class GpsRun : public WholeRun {
+ protected:
+  GpsRun() { receiverCapture = std::string(GC40_NMEA_CAPTURES) + "/garmin-10x.log"; }
+};
+
+// The capture's lines with the logging run's verdicts, as the receiver sends
+// them over and over.
+std::vector<GpsLine> captureLines(const std::string& path) {
+  std::vector<GpsLine> lines;
+  GpsLineAssembler assembler;
+  assembler.feed(testing::readBytes(path), 0, [&](std::string_view text, std::uint32_t tick) {
+    judgeGpsLine(text, tick, [&](const GpsLine& line) { lines.push_back(line); });
+  });
+  return lines;
+}
+
+// The recorded sentences are one unbroken stretch of the receiver's lines
+// (comment lines twice, checksum failures marked), each before the first
+// reading that came after it.
+TEST_F(GpsRun, EverySentenceThatArrivedWhileLoggingIsRecordedAmongTheReadings) {
+  createFileAndGo();
+  ASSERT_TRUE(waitForRecords(isReading, 15));
+  const std::string shot = GC40_TEST_OUTPUT_DIR "/logging_gps_e2e.png";
+  send("shot " + shot);
+  ASSERT_TRUE(waitForLine("shot " + shot));
+  send("key Space");
+  ASSERT_TRUE(waitForRecords(isNote("$PAUSED"), 1));
+  send("key x");
+  ASSERT_TRUE(waitFront("Confirm Exit", kLoggingScreen));
+  send("click Yes");
+  ASSERT_TRUE(waitFront("GC40"));
+
+  const DataFileContents contents = file();
+  EXPECT_TRUE(contents.problems.empty());
+  expectEveryReadingInOrder(contents, 15);
+  std::vector<GpsLine> recorded;
+  std::optional<std::uint32_t> pendingTick;  // of the last sentence not yet followed by a reading
+  for (const FileRecord& record : contents.records) {
+    if (const auto* gps = std::get_if<GpsSentenceRecord>(&record.value)) {
+      recorded.push_back({gps->sentence, gps->valid, gps->tick});
+      if (!pendingTick) pendingTick = gps->tick;
+    } else if (const auto* reading = std::get_if<ReadingRecord>(&record.value)) {
+      if (pendingTick) EXPECT_LE(*pendingTick, reading->tick) << "at " << record.offset;
+      pendingTick.reset();
+    }
+  }
+  const std::vector<GpsLine> sent = captureLines(*receiverCapture);
+  ASSERT_GT(recorded.size(), sent.size());  // the whole capture at least once
+  const auto sameLine = [](const GpsLine& a, const GpsLine& b) {
+    return a.text == b.text && a.valid == b.valid;
+  };
+  bool unbroken = false;
+  for (std::size_t start = 0; start < sent.size() && !unbroken; ++start) {
+    unbroken = true;
+    for (std::size_t i = 0; i < recorded.size() && unbroken; ++i)
+      unbroken = sameLine(recorded[i], sent[(start + i) % sent.size()]);
+  }
+  EXPECT_TRUE(unbroken);
+  EXPECT_NE(std::count_if(recorded.begin(), recorded.end(), [](auto& l) { return !l.valid; }), 0);
 }
 
 }  // namespace
