@@ -61,6 +61,14 @@ void MainCommands::carryOut(MainCommand command) {
   window_.update();
 }
 
+// In a --simulate run the ports the settings name lead to the simulator.
+void MainCommands::mapSimulatedPorts(LoggerContext& context) {
+  if (!context.simulatedInstrumentPath.empty())
+    mapSimulatedInstrument(context.simulatedInstrumentPath, context.settings, context.ports);
+  if (!context.simulatedGpsPath.empty())
+    mapSimulatedGps(context.simulatedGpsPath, context.settings, context.ports);
+}
+
 // The run start up to the instrument port; the logging screen takes it from
 // there.
 void MainCommands::startMonitorLog() {
@@ -75,10 +83,7 @@ void MainCommands::startMonitorLog() {
   // Keys stay dead after a failed open while clicks still work, until a run
   // ends normally.
   window_.setKeysActive(true);
-  if (!context.simulatedInstrumentPath.empty())
-    mapSimulatedInstrument(context.simulatedInstrumentPath, context.settings, context.ports);
-  if (!context.simulatedGpsPath.empty())
-    mapSimulatedGps(context.simulatedGpsPath, context.settings, context.ports);
+  mapSimulatedPorts(context);
   SerialPortOpening opening = openInstrumentPort(context.settings, context.ports);
   if (!opening.port) {
     showSerialPortFailure(&window_, kCannotOpenInstrumentPort, opening.failure);
@@ -92,6 +97,7 @@ void MainCommands::startMonitorLog() {
 void MainCommands::openMonitorGps() {
   LoggerContext& context = window_.context();
   if (context.settings.gpsEnabled == 1) {
+    mapSimulatedPorts(context);
     SerialPortOpening opening = openGpsPort(context.settings, context.ports);
     if (opening.port)
       monitorGps_->startReader(std::move(opening.port));

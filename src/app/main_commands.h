@@ -10,6 +10,7 @@
 namespace gc40 {
 
 class MainWindow;
+struct LoggerContext;
 class LoggingWindow;
 class MonitorGpsWindow;
 class ViewFilesScreen;
@@ -25,8 +26,8 @@ class MainCommands : public QObject {
 
  private:
   void startMonitorLog();
-  void showViewFiles();
   void openMonitorGps();
+  static void mapSimulatedPorts(LoggerContext& context);
 
   MainWindow& window_;
   LoggingWindow* logging_ = nullptr;

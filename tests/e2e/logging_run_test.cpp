@@ -48,7 +48,9 @@ class WholeRun : public ::testing::Test {
     sim = std::make_unique<testing::ChildProcess>(GC40_SIM_BINARY, simArguments,
                                                   folder.path() / "sim-errors.txt");
     ASSERT_EQ(sim->readLine(5s), "gc40-sim: ready " + meter.string());
-    if (receiverCapture) ASSERT_EQ(sim->readLine(5s), "gc40-sim: ready " + receiver.string());
+    if (receiverCapture) {
+      ASSERT_EQ(sim->readLine(5s), "gc40-sim: ready " + receiver.string());
+    }
     setenv("HOME", folder.path().c_str(), 1);
     gc40 = std::make_unique<testing::ChildProcess>(GC40_BINARY, gc40Arguments,
                                                    folder.path() / "errors.txt");
@@ -281,7 +283,9 @@ TEST_F(GpsRun, EverySentenceThatArrivedWhileLoggingIsRecordedAmongTheReadings) {
       recorded.push_back({gps->sentence, gps->valid, gps->tick});
       if (!pendingTick) pendingTick = gps->tick;
     } else if (const auto* reading = std::get_if<ReadingRecord>(&record.value)) {
-      if (pendingTick) EXPECT_LE(*pendingTick, reading->tick) << "at " << record.offset;
+      if (pendingTick) {
+        EXPECT_LE(*pendingTick, reading->tick) << "at " << record.offset;
+      }
       pendingTick.reset();
     }
   }
