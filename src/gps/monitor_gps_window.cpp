@@ -191,11 +191,7 @@ void MonitorGpsWindow::writeCommand(const std::string& bytes) {
 
 void MonitorGpsWindow::leave() {
   silenceTimer_.stop();
-  if (reader_) {
-    reader_->stop();
-    reader_->deleteLater();  // it may be inside its byte handler now
-    reader_ = nullptr;
-  }
+  stopAndRelease(reader_);
   paused_ = false;
   showPauseButton(true);
   hide();

@@ -56,4 +56,14 @@ class PortReader : public QObject {
   bool running_ = false;
 };
 
+// Stops a reader and lets it go once control is back in the event loop: it
+// may be inside its own handler now. Leaves `reader` null.
+template <typename Reader>
+void stopAndRelease(Reader*& reader) {
+  if (!reader) return;
+  reader->stop();
+  reader->deleteLater();
+  reader = nullptr;
+}
+
 }  // namespace gc40

@@ -196,16 +196,8 @@ void LoggingWindow::openGpsPort() {
 
 void LoggingWindow::closePorts() {
   connectionTimer_.stop();
-  if (reader_) {
-    reader_->stop();
-    reader_->deleteLater();  // it may be inside its reading handler now
-    reader_ = nullptr;
-  }
-  if (gpsReader_) {
-    gpsReader_->stop();
-    gpsReader_->deleteLater();
-    gpsReader_ = nullptr;
-  }
+  stopAndRelease(reader_);
+  stopAndRelease(gpsReader_);
   capture_.reset();
   gpsCapture_.reset();
 }
