@@ -27,14 +27,6 @@ int ownerScale(QWidget* owner) {
 
 }  // namespace
 
-QString qText(std::string_view text) {
-  return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-QString qText(std::u16string_view text) {
-  return QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size()));
-}
-
 void fillCombo(QComboBox* combo, const ComboBox& model) {
   const QSignalBlocker quiet(combo);
   combo->clear();

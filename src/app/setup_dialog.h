@@ -13,6 +13,7 @@
 #include "app/combo_selection.h"
 #include "app/logger_setup.h"
 #include "platform/port_map.h"
+#include "platform/qt_text.h"
 
 class QComboBox;
 class QGridLayout;
@@ -24,9 +25,6 @@ namespace gc40 {
 
 inline constexpr int kIdOk = 1;
 inline constexpr int kIdCancel = 2;
-
-QString qText(std::string_view text);
-QString qText(std::u16string_view text);
 
 // Replaces the list's items and selects the model's item (none for
 // kNoSelection), without raising the list's change notice.

@@ -6,10 +6,10 @@
 #include <QThread>
 
 #include "app/window_geometry.h"
-#include "base/text_codec.h"
 #include "gps/gps_line_list.h"
 #include "gps/gps_message_dialog.h"
 #include "instrument/port_reader.h"
+#include "platform/qt_text.h"
 
 namespace gc40 {
 namespace {
@@ -26,11 +26,6 @@ constexpr int kSilenceCheckMs = 250;
 // Around the command write the receiver's queues need a moment to settle.
 constexpr unsigned long kPurgeWaitMs = 2;
 constexpr unsigned long kAfterWriteMs = 5;
-
-QString qText(std::string_view text) {
-  const std::u16string wide = windows1252ToWide(text);
-  return QString::fromUtf16(wide.data(), static_cast<qsizetype>(wide.size()));
-}
 
 }  // namespace
 

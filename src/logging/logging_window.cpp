@@ -9,7 +9,6 @@
 #include "app/key_codes.h"
 #include "app/setup_dialogs.h"
 #include "app/window_geometry.h"
-#include "base/text_codec.h"
 #include "datafile/create_data_file.h"
 #include "instrument/instrument_reader.h"
 #include "instrument/port_reader.h"
@@ -20,6 +19,7 @@
 #include "logging/profile_view.h"
 #include "logging/status_panel.h"
 #include "platform/clock.h"
+#include "platform/qt_text.h"
 
 namespace gc40 {
 namespace {
@@ -39,14 +39,6 @@ class MachineClock : public LoggingClock {
   std::uint32_t tickCount() override { return platform::tickCount(); }
   LocalTime localTime() override { return platform::localTimeNow(); }
 };
-
-QString qText(std::string_view text) {
-  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-QString qText(std::u16string_view text) {
-  return QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size()));
-}
 
 LayoutSize screenOf(const Settings& settings) {
   return layoutSize(settings.portraitScreen == 1 ? Orientation::kPortrait

@@ -7,6 +7,7 @@
 
 #include "app/colour_button.h"
 #include "app/window_geometry.h"
+#include "platform/qt_text.h"
 #include "settings/setting_choices.h"
 
 namespace gc40 {
@@ -23,8 +24,6 @@ constexpr int kFarOff = 1 << 16;
 int screenWidth(std::int32_t portraitScreen) {
   return layoutSize(portraitScreen == 1 ? Orientation::kPortrait : Orientation::kLandscape).width;
 }
-
-QString qText(const std::string& text) { return QString::fromStdString(text); }
 
 }  // namespace
 

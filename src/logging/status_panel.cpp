@@ -6,16 +6,13 @@
 
 #include "logging/status_texts.h"
 #include "platform/battery.h"
+#include "platform/qt_text.h"
 
 namespace gc40 {
 namespace {
 
 constexpr int kFontPixels = 14;
 constexpr std::int32_t kManualMode = 2;
-
-QString qText(std::string_view text) {
-  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
 
 QRect toQRect(const FieldRect& r) { return QRect(r.x, r.y, r.width, r.height); }
 
