@@ -11,7 +11,10 @@
 #include "app/main_commands.h"
 #include "app/main_window.h"
 #include "app/simulated_instrument.h"
+#include "base/number_text.h"
+#include "logging/logging_window.h"
 #include "platform/keep_alive.h"
+#include "platform/qt_text.h"
 #include "platform/remote_control.h"
 #include "platform/single_instance.h"
 #include "platform/storage.h"
@@ -72,7 +75,13 @@ int runLogger(int argc, char** argv) {
   QObject::connect(&instance, &gc40::SingleInstance::raiseRequested, &window,
                    &gc40::MainWindow::bringToFront);
   std::optional<gc40::RemoteControl> control;
-  if (options.remoteControl) control.emplace();
+  if (options.remoteControl) {
+    control.emplace();
+    QObject::connect(window.findChild<gc40::LoggingWindow*>(),
+                     &gc40::LoggingWindow::readingRecorded, &*control, [&control](double station) {
+                       control->report("recorded " + gc40::qText(gc40::formatRoundTrip(station)));
+                     });
+  }
   window.show();
   return application.exec();
 }

@@ -6,10 +6,10 @@
 #include "app/profile_setup.h"
 #include "app/run_start.h"
 #include "app/setup_dialogs.h"
-#include "app/view_files_screen.h"
 #include "gps/monitor_gps_window.h"
 #include "instrument/serial_ports.h"
 #include "logging/logging_window.h"
+#include "viewer/view_files_window.h"
 
 namespace gc40 {
 
@@ -18,7 +18,7 @@ MainCommands::MainCommands(MainWindow& window)
       window_(window),
       logging_(new LoggingWindow(window.context(), &window, window.scale())),
       monitorGps_(new MonitorGpsWindow(window.context(), &window, window.scale())),
-      viewFiles_(new ViewFilesScreen(&window)) {
+      viewFiles_(new ViewFilesWindow(window.context(), &window, window.scale())) {
   connect(&window, &MainWindow::commandChosen, this, &MainCommands::carryOut);
   // A run that ended (normally or for a lost connection) gives the menu its keys back.
   connect(logging_, &LoggingWindow::runEnded, this, [this] {
@@ -26,10 +26,12 @@ MainCommands::MainCommands(MainWindow& window)
     window_.setFocus();
     window_.update();
   });
-  connect(monitorGps_, &MonitorGpsWindow::closed, this, [this] {
+  const auto backToMenu = [this] {
     window_.setFocus();
     window_.update();
-  });
+  };
+  connect(monitorGps_, &MonitorGpsWindow::closed, this, backToMenu);
+  connect(viewFiles_, &ViewFilesWindow::closed, this, backToMenu);
 }
 
 void MainCommands::carryOut(MainCommand command) {

@@ -13,7 +13,7 @@ class MainWindow;
 struct LoggerContext;
 class LoggingWindow;
 class MonitorGpsWindow;
-class ViewFilesScreen;
+class ViewFilesWindow;
 
 class MainCommands : public QObject {
   Q_OBJECT
@@ -32,7 +32,7 @@ class MainCommands : public QObject {
   MainWindow& window_;
   LoggingWindow* logging_ = nullptr;
   MonitorGpsWindow* monitorGps_ = nullptr;
-  ViewFilesScreen* viewFiles_ = nullptr;
+  ViewFilesWindow* viewFiles_ = nullptr;
 };
 
 }  // namespace gc40

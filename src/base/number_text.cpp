@@ -66,6 +66,12 @@ std::u16string formatFixedWide(double value, int decimals) {
   return std::u16string(text.begin(), text.end());
 }
 
+std::string formatRoundTrip(double value) {
+  char text[32];
+  const auto result = std::to_chars(text, text + sizeof text, value);
+  return std::string(text, result.ptr);
+}
+
 std::string formatInteger(std::int64_t value) {
   std::array<char, 24> buffer{};
   const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);

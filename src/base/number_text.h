@@ -23,6 +23,9 @@ std::string formatZeroPadded(std::int64_t value, std::size_t width);
 
 // As printf("%+0*ld", width, value): the same, with a sign on every value.
 std::string formatSignedZeroPadded(std::int64_t value, std::size_t width);
+// The shortest text that reads back as exactly `value` ("12.5", "0.1").
+std::string formatRoundTrip(double value);
+
 // printf's field width: blanks after the text ("%-8s") or before it ("%8s")
 // up to `width` characters; a longer text stays whole.
 std::string leftAligned(std::string text, std::size_t width);

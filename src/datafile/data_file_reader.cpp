@@ -217,8 +217,16 @@ class Reader {
     contents_.records.reserve(bytes.size() / kLength);
   }
 
-  DataFileContents read() && {
-    while (position_ < bytes_.size()) readAt();
+  std::optional<DataFileContents> read(const ReadProgress& progress) && {
+    constexpr std::size_t kProgressEvery = 256 * 1024;
+    std::size_t nextReport = 0;
+    while (position_ < bytes_.size()) {
+      if (progress && position_ >= nextReport) {
+        if (!progress(position_, bytes_.size())) return std::nullopt;
+        nextReport = position_ + kProgressEvery;
+      }
+      readAt();
+    }
     return std::move(contents_);
   }
 
@@ -305,6 +313,10 @@ class Reader {
 
 }  // namespace
 
-DataFileContents readDataFile(std::string_view bytes) { return Reader(bytes).read(); }
+DataFileContents readDataFile(std::string_view bytes) { return *Reader(bytes).read({}); }
+
+std::optional<DataFileContents> readDataFile(std::string_view bytes, const ReadProgress& progress) {
+  return Reader(bytes).read(progress);
+}
 
 }  // namespace gc40

@@ -5,6 +5,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -119,5 +121,11 @@ struct DataFileContents {
 // Ticks are read as written: a tick of 11 characters has lost its last
 // digit to the record's length, and the reader gives what is left.
 DataFileContents readDataFile(std::string_view bytes);
+
+// Called now and then with the bytes read so far; false stops the reading.
+using ReadProgress = std::function<bool(std::size_t done, std::size_t total)>;
+
+// As above; nullopt only when `progress` stopped it.
+std::optional<DataFileContents> readDataFile(std::string_view bytes, const ReadProgress& progress);
 
 }  // namespace gc40

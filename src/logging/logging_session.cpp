@@ -217,6 +217,7 @@ void LoggingSession::onReading() {
   }
   shown.recorded = triggered && (state_.averagingActive != 1 || averaged);
   if (shown.recorded) {
+    shown.recordedStation = settings_.currentStation;
     recordReading(record, arrival, averaged);
     shown.station = stationText(settings_.currentStation);
     if (state_.readingsPerStation > 1) shown.count = formatInteger(state_.readingsAtStation);
@@ -291,8 +292,7 @@ bool LoggingSession::exitLogging(bool forced) {
 
 void LoggingSession::onGpsLine(const GpsLine& line) {
   const bool recording = state_.loggingState == kLoggingState && dataFile_;
-  if (!gpsDisplaySuppressed_)
-    view_.showGps(onGpsSentence(gps_, line.text, line.valid, recording));
+  if (!gpsDisplaySuppressed_) view_.showGps(onGpsSentence(gps_, line.text, line.valid, recording));
   if (!recording) return;
   using namespace recordLetter;
   writeGpsRecords(*dataFile_, line.text, line.tick, line.valid ? kGpsValid : kGpsInvalid,

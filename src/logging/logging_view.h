@@ -39,6 +39,7 @@ struct ReadingShown {
   // at it when a station takes more than one ("" otherwise).
   std::string station;
   std::string count;
+  double recordedStation = 0.0;  // only when recorded: the station it was recorded at
 };
 
 class LoggingView {

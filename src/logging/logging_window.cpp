@@ -250,6 +250,7 @@ void LoggingWindow::showReading(const ReadingShown& shown) {
   if (shown.recorded) {
     status_->setText(StatusField::kStation, qText(shown.station));
     if (!shown.count.empty()) status_->setText(StatusField::kCount, qText(shown.count));
+    emit readingRecorded(shown.recordedStation);
   }
   status_->refreshBattery(clock_.tickCount());
 }

@@ -47,6 +47,8 @@ class LoggingWindow : public QWidget, private LoggingView {
  signals:
   // The run is over and the screen hidden: the main menu takes keys again.
   void runEnded();
+  // A reading went into the data file at `station`.
+  void readingRecorded(double station);
 
  protected:
   bool event(QEvent* event) override;

@@ -135,8 +135,12 @@ void RemoteControl::reportFront() {
   if (reportedOnce_ && title == lastFront_) return;
   reportedOnce_ = true;
   lastFront_ = title;
-  const QByteArray line = (title.isEmpty() ? QString("front\n") : "front " + title + "\n").toUtf8();
-  std::fwrite(line.constData(), 1, std::size_t(line.size()), stdout);
+  report(title.isEmpty() ? QString("front") : "front " + title);
+}
+
+void RemoteControl::report(const QString& line) {
+  const QByteArray bytes = (line + "\n").toUtf8();
+  std::fwrite(bytes.constData(), 1, std::size_t(bytes.size()), stdout);
   std::fflush(stdout);
 }
 

@@ -12,7 +12,9 @@
 //
 // Out: "front TITLE" whenever the window in front (a dialog or message box, or
 // else the main window) changes, with " / SCREEN" added when the keys go to
-// one of the main window's screens ("front GC40 / LoggingWnd").
+// one of the main window's screens ("front GC40 / LoggingWnd"); whatever
+// else the program reports through report(), such as "recorded 12.5" for each
+// reading written to a data file, with the station it was recorded at.
 
 #include <QObject>
 #include <QSocketNotifier>
@@ -25,6 +27,9 @@ class RemoteControl : public QObject {
   Q_OBJECT
  public:
   explicit RemoteControl(QObject* parent = nullptr);
+
+  // One line on standard output.
+  void report(const QString& line);
 
  private:
   void readCommands();

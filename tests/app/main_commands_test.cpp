@@ -6,13 +6,14 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QFileDialog>
 #include <QTest>
 
 #include "app/main_window.h"
-#include "app/view_files_screen.h"
 #include "support/modal_script.h"
 #include "support/prepared_logger.h"
 #include "support/test_application.h"
+#include "viewer/view_files_window.h"
 
 namespace gc40 {
 namespace {
@@ -53,12 +54,17 @@ TEST_F(MainCommandsTest, MonitorLogChecksThePortsAndAFailedOpenLeavesOnlyClicks)
   context.ports.paths[0] = (folder.path() / "no-cable").string();
   EXPECT_EQ(monitorLog(), Box("Serial Port", "Cannot open GC40 port"));
   EXPECT_FALSE(keysAct());  // dead keys until a run ends normally
+  testing::ModalScript cancelOpen({[](QWidget* modal) {
+    auto* dialog = qobject_cast<QFileDialog*>(modal);
+    if (dialog) dialog->reject();
+    return dialog != nullptr;
+  }});
   window.findChild<QPushButton*>("425")->click();
-  auto* viewFiles = window.findChild<ViewFilesScreen*>("ViewFilesWnd");
+  auto* viewFiles = window.findChild<ViewFilesWindow*>("ViewFilesWnd");
   ASSERT_TRUE(viewFiles && viewFiles->isVisible());
   EXPECT_EQ(viewFiles->geometry(), window.rect());
-  QTest::keyClick(viewFiles, Qt::Key_Escape);
-  EXPECT_FALSE(viewFiles->isVisible());
+  QTRY_VERIFY(!viewFiles->isVisible());  // no file chosen: back to the menu
+  EXPECT_TRUE(cancelOpen.finished());
 }
 
 TEST_F(MainCommandsTest, LettersOpenTheirSetupDialogs) {

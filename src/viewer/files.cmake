@@ -1,0 +1,14 @@
+# File viewer: recorded files split into survey lines, the line index files,
+# and the View Files screen with its profile.
+list(APPEND GC40_CORE_FILES
+  viewer/survey_lines.cpp viewer/survey_lines.h
+  viewer/line_index_files.cpp viewer/line_index_files.h
+  viewer/line_view.cpp viewer/line_view.h
+  viewer/viewer_texts.cpp viewer/viewer_texts.h
+)
+list(APPEND GC40_QT_FILES
+  viewer/survey_file_loader.cpp viewer/survey_file_loader.h
+  viewer/line_index_store.cpp viewer/line_index_store.h
+  viewer/view_curve.cpp viewer/view_curve.h
+  viewer/view_files_window.cpp viewer/view_files_window.h
+)

@@ -1,0 +1,62 @@
+#pragma once
+// The viewer's profile ("ViewCurveWnd"): the chosen line's stations drawn as
+// the logging screen draws its live profile, with a bar on one station.
+// Left/Right move the bar one station, PgUp/PgDn 80, Home/End to the ends; a
+// tap puts it on the tapped station.
+
+#include <QWidget>
+#include <cstddef>
+#include <functional>
+#include <vector>
+
+#include "app/profile_setup.h"
+#include "settings/settings.h"
+#include "viewer/line_view.h"
+#include "viewer/survey_lines.h"
+
+namespace gc40 {
+
+class ViewCurve : public QWidget {
+ public:
+  // `scale` is the main window's whole factor; sizes below are layout pixels.
+  ViewCurve(int scale, QWidget* parent = nullptr);
+
+  // Shows `stations` drawn with `settings` (see viewingSettings), bar on the first.
+  void showLine(std::vector<StationEntry> stations, const Settings& settings);
+  // The profile's size in layout pixels: the plot, its axis and scale labels.
+  void setLayoutSize(int width, int height);
+  std::int32_t plotHeight() const;
+  // Called whenever the bar lands on a station (also by showLine).
+  void onBarMoved(std::function<void()> handler) { barMoved_ = std::move(handler); }
+  const std::vector<StationEntry>& stations() const { return stations_; }
+
+  // True when the key moved the bar (or would have, at an end).
+  bool moveBar(int key);
+  std::size_t bar() const { return bar_; }
+  std::size_t firstShown() const { return first_; }
+  std::size_t columns() const;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+
+ private:
+  void setBar(std::size_t bar);
+  int plotWidth() const;
+  void drawGrid(QPainter& painter) const;
+  void drawTraces(QPainter& painter) const;
+  void drawBar(QPainter& painter) const;
+  void drawLabels(QPainter& painter) const;
+
+  int scale_;
+  int width_ = 320;
+  int height_ = 200;
+  std::vector<StationEntry> stations_;
+  Settings settings_;
+  ProfileTraces traces_;
+  std::size_t bar_ = 0;
+  std::size_t first_ = 0;
+  std::function<void()> barMoved_;
+};
+
+}  // namespace gc40

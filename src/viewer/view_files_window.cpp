@@ -1,0 +1,266 @@
+#include "viewer/view_files_window.h"
+
+#include <QFileDialog>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QListWidget>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTimer>
+
+#include "app/window_geometry.h"
+#include "platform/qt_text.h"
+#include "viewer/line_index_store.h"
+#include "viewer/line_view.h"
+#include "viewer/survey_file_loader.h"
+#include "viewer/view_curve.h"
+#include "viewer/viewer_texts.h"
+
+namespace gc40 {
+namespace {
+
+// Layout pixels, scaled like the main window.
+constexpr int kMargin = 2;
+constexpr int kGap = 2;
+constexpr int kRowHeight = 14;
+constexpr int kHeaderRows = 3;
+constexpr int kReadoutRows = 3;  // station and place; conductivities; inphases
+constexpr int kButtonHeight = 20;
+constexpr int kFontPixels = 11;
+constexpr char kCaption[] = "View Files";
+
+}  // namespace
+
+ViewFilesWindow::ViewFilesWindow(LoggerContext& context, QWidget* mainWindow, int scale)
+    : QWidget(mainWindow), context_(context), scale_(scale) {
+  setObjectName(QStringLiteral("ViewFilesWnd"));
+  setWindowTitle(QString::fromLatin1(kCaption));
+  setAutoFillBackground(true);
+  setFocusPolicy(Qt::StrongFocus);
+  QFont small = font();
+  small.setPixelSize(kFontPixels * scale_);
+  setFont(small);
+  createControls();
+  hide();
+}
+
+QPushButton* ViewFilesWindow::makeButton(QWidget* page, int id, const char* label) {
+  auto* button = new QPushButton(QString::fromLatin1(label), page);
+  button->setObjectName(QString::number(id));
+  button->setFocusPolicy(Qt::NoFocus);  // the screen keeps the keys
+  return button;
+}
+
+void ViewFilesWindow::createControls() {
+  listPage_ = new QWidget(this);
+  fileLabel_ = new QLabel(listPage_);
+  headerLabel_ = new QLabel(listPage_);
+  lines_ = new QListWidget(listPage_);
+  lines_->setObjectName(QStringLiteral("lines"));
+  lines_->setFocusPolicy(Qt::NoFocus);
+  connect(lines_, &QListWidget::itemActivated, this, [this] { viewLine(lines_->currentRow()); });
+  connect(makeButton(listPage_, kViewOpenId, "&Open"), &QPushButton::clicked, this,
+          &ViewFilesWindow::chooseFile);
+  connect(makeButton(listPage_, kViewLineId, "&View"), &QPushButton::clicked, this,
+          [this] { viewLine(lines_->currentRow()); });
+  connect(makeButton(listPage_, kViewExitId, "E&xit"), &QPushButton::clicked, this,
+          &ViewFilesWindow::leave);
+
+  curvePage_ = new QWidget(this);
+  lineLabel_ = new QLabel(curvePage_);
+  curve_ = new ViewCurve(scale_, curvePage_);
+  curve_->onBarMoved([this] { showReadout(); });
+  stationLabel_ = new QLabel(curvePage_);
+  positionLabel_ = new QLabel(curvePage_);
+  for (std::size_t trace = 0; trace < valueLabels_.size(); ++trace) {
+    valueLabels_[trace] = new QLabel(curvePage_);
+    valueLabels_[trace]->setObjectName(qText(kTraceNames[trace]));
+  }
+  connect(makeButton(curvePage_, kViewLinesId, "&Lines"), &QPushButton::clicked, this,
+          &ViewFilesWindow::showList);
+  connect(makeButton(curvePage_, kViewCurveExitId, "E&xit"), &QPushButton::clicked, this,
+          &ViewFilesWindow::leave);
+}
+
+// Each page: text rows at the top, its list or profile, and a row of buttons.
+void ViewFilesWindow::placeControls() {
+  const LayoutSize screen = layoutSize(
+      context_.settings.portraitScreen == 1 ? Orientation::kPortrait : Orientation::kLandscape);
+  setFixedSize(screen.width * scale_, screen.height * scale_);
+  const auto place = [this](QWidget* widget, int left, int top, int width, int height) {
+    widget->setGeometry(left * scale_, top * scale_, width * scale_, height * scale_);
+  };
+  const int inner = screen.width - 2 * kMargin;
+  const int buttonsTop = screen.height - kMargin - kButtonHeight;
+  const auto placeButtons = [&](QWidget* page, std::initializer_list<int> ids) {
+    const int count = static_cast<int>(ids.size());
+    const int width = (inner - (count - 1) * kGap) / count;
+    int index = 0;
+    for (int id : ids)
+      place(page->findChild<QPushButton*>(QString::number(id)), kMargin + index++ * (width + kGap),
+            buttonsTop, width, kButtonHeight);
+  };
+  for (QWidget* page : {listPage_, curvePage_}) place(page, 0, 0, screen.width, screen.height);
+
+  place(fileLabel_, kMargin, kMargin, inner, kRowHeight);
+  const int headerTop = kMargin + kRowHeight;
+  place(headerLabel_, kMargin, headerTop, inner, kHeaderRows * kRowHeight);
+  const int listTop = headerTop + kHeaderRows * kRowHeight + kGap;
+  place(lines_, kMargin, listTop, inner, buttonsTop - kGap - listTop);
+  placeButtons(listPage_, {kViewOpenId, kViewLineId, kViewExitId});
+
+  place(lineLabel_, kMargin, kMargin, inner, kRowHeight);
+  const int curveTop = kMargin + kRowHeight;
+  const int readoutTop = buttonsTop - kGap - kReadoutRows * kRowHeight;
+  curve_->setLayoutSize(screen.width, readoutTop - kGap - curveTop);
+  curve_->move(0, curveTop * scale_);
+  const int half = inner / 2;
+  const auto placeReadout = [&](QLabel* label, int column, int row) {
+    place(label, kMargin + column * half, readoutTop + row * kRowHeight, half, kRowHeight);
+  };
+  placeReadout(stationLabel_, 0, 0);
+  placeReadout(positionLabel_, 1, 0);
+  for (std::size_t trace = 0; trace < valueLabels_.size(); ++trace)
+    placeReadout(valueLabels_[trace], static_cast<int>(trace % 2), 1 + static_cast<int>(trace / 2));
+  placeButtons(curvePage_, {kViewLinesId, kViewCurveExitId});
+}
+
+void ViewFilesWindow::showOverMainWindow() {
+  placeControls();
+  setGeometry(parentWidget()->rect());
+  show();
+  raise();
+  activateWindow();
+  setFocus();
+  if (file_) {
+    showList();
+    return;
+  }
+  listLines();
+  showList();
+  // After the screen is up, so the dialog has it behind.
+  QTimer::singleShot(0, this, [this] {
+    if (!chooseFile() && !file_) leave();
+  });
+}
+
+bool ViewFilesWindow::chooseFile() {
+  const QString folder = QString::fromStdString(context_.storage.dataFolder().string());
+  QFileDialog dialog(this, QStringLiteral("Open Data File"), folder,
+                     QStringLiteral("GC40 Files (*.R40)"));
+  dialog.setOptions(QFileDialog::DontUseNativeDialog | QFileDialog::ReadOnly);
+  dialog.setAcceptMode(QFileDialog::AcceptOpen);
+  dialog.setFileMode(QFileDialog::ExistingFile);
+  const bool chosen = dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty();
+  setFocus();
+  if (!chosen) return false;
+  return openFile(dialog.selectedFiles().first().toStdString());
+}
+
+bool ViewFilesWindow::openFile(const std::filesystem::path& path) {
+  LoadResult loaded = loadSurveyFile(path, this);
+  setFocus();
+  if (const auto* failure = std::get_if<LoadFailure>(&loaded)) {
+    warn(failure->message);
+    return false;
+  }
+  if (std::holds_alternative<LoadCancelled>(loaded)) return false;
+  file_ = std::move(std::get<SurveyFile>(loaded));
+  fileName_ = qText(path.filename().string());
+  listLines();
+  showList();
+  if (!file_->problems.empty())
+    warn(qText(damageReport(path.filename().string(), file_->problems)));
+  return true;
+}
+
+void ViewFilesWindow::listLines() {
+  lines_->clear();
+  if (!file_) {
+    fileLabel_->setText(QStringLiteral("No file open"));
+    headerLabel_->clear();
+    return;
+  }
+  fileLabel_->setText(QStringLiteral("File: ") + fileName_);
+  QStringList header;
+  for (const std::string& row : headerTexts(*file_)) header << qText(row);
+  headerLabel_->setText(header.join('\n'));
+  for (const SurveyLine& line : file_->lines) lines_->addItem(qText(lineSummary(line)));
+  if (lines_->count() > 0) lines_->setCurrentRow(0);
+}
+
+bool ViewFilesWindow::viewLine(int index) {
+  if (!file_ || index < 0 || static_cast<std::size_t>(index) >= file_->lines.size()) return false;
+  const SurveyLine& line = file_->lines[static_cast<std::size_t>(index)];
+  auto stored = storeAndReloadLineIndex(context_.storage.settingsFolder(), line.stations);
+  if (const auto* error = std::get_if<LineIndexError>(&stored)) {
+    warn(qText(error->message));
+    return false;
+  }
+  const Settings drawn = viewingSettings(
+      context_.settings, recordingSettings(file_->identification), curve_->plotHeight());
+  const std::string summary = lineSummary(line);
+  lineLabel_->setText(qText(summary.substr(0, summary.find('\n'))));
+  curve_->showLine(std::move(std::get<std::vector<StationEntry>>(stored)), drawn);
+  listPage_->hide();
+  curvePage_->show();
+  setFocus();
+  return true;
+}
+
+void ViewFilesWindow::showReadout() {
+  const std::vector<StationEntry>& stations = curve_->stations();
+  const std::size_t bar = curve_->bar();
+  const BarReadout readout = stations.empty() ? BarReadout{} : barReadout(stations[bar]);
+  stationLabel_->setText(QStringLiteral("Stn: ") + qText(readout.station));
+  positionLabel_->setText(stations.empty() ? QString() : qText(barPosition(bar, stations.size())));
+  for (std::size_t trace = 0; trace < valueLabels_.size(); ++trace)
+    valueLabels_[trace]->setText(
+        qText(std::string(kTraceNames[trace]) + ": " + readout.values[trace]));
+}
+
+QString ViewFilesWindow::readout() const {
+  QStringList texts{stationLabel_->text(), positionLabel_->text()};
+  for (const QLabel* label : valueLabels_) texts << label->text();
+  return texts.join(" | ");
+}
+
+void ViewFilesWindow::showList() {
+  curvePage_->hide();
+  listPage_->show();
+  setFocus();
+}
+
+void ViewFilesWindow::leave() {
+  hide();
+  emit closed();
+}
+
+void ViewFilesWindow::warn(const QString& text) {
+  QMessageBox box(QMessageBox::Warning, QString::fromLatin1(kCaption), text, QMessageBox::Ok, this);
+  box.exec();
+  setFocus();
+}
+
+void ViewFilesWindow::keyPressEvent(QKeyEvent* event) {
+  const int key = event->key();
+  if (key == Qt::Key_X || key == Qt::Key_Escape) return leave();
+  if (key == Qt::Key_O) {
+    chooseFile();
+    return;
+  }
+  if (curvePage_->isVisible()) {
+    if (key == Qt::Key_L || key == Qt::Key_Backspace) return showList();
+    if (curve_->moveBar(key)) return;
+  } else if (key == Qt::Key_Up || key == Qt::Key_Down) {
+    const int row = lines_->currentRow() + (key == Qt::Key_Up ? -1 : 1);
+    if (row >= 0 && row < lines_->count()) lines_->setCurrentRow(row);
+    return;
+  } else if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_V) {
+    viewLine(lines_->currentRow());
+    return;
+  }
+  QWidget::keyPressEvent(event);
+}
+
+}  // namespace gc40

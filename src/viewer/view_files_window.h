@@ -1,0 +1,88 @@
+#pragma once
+// The View Files screen ("ViewFilesWnd"): covers the main window, opens a
+// recorded file, shows its header and its survey lines, and draws the chosen
+// line's profile (ViewCurve). X or Escape returns to the main window.
+//
+// Keys on the line list: Up/Down choose, Return or V views, O opens another
+// file. On the profile: the bar keys of ViewCurve, L or Backspace back to the
+// list, O another file.
+
+#include <QWidget>
+#include <array>
+#include <filesystem>
+#include <optional>
+
+#include "app/logger_setup.h"
+#include "viewer/survey_lines.h"
+
+class QLabel;
+class QListWidget;
+class QPushButton;
+
+namespace gc40 {
+
+class ViewCurve;
+
+inline constexpr int kViewOpenId = 470;
+inline constexpr int kViewLineId = 471;
+inline constexpr int kViewExitId = 472;
+inline constexpr int kViewLinesId = 473;
+inline constexpr int kViewCurveExitId = 474;
+
+class ViewFilesWindow : public QWidget {
+  Q_OBJECT
+
+ public:
+  ViewFilesWindow(LoggerContext& context, QWidget* mainWindow, int scale);
+
+  // Fills the main window and takes the keyboard; with no file loaded yet it
+  // asks for one at once, and goes back to the menu when none is chosen.
+  void showOverMainWindow();
+
+  // The open-file dialog in the data folder; false when cancelled or the
+  // chosen file could not be read.
+  bool chooseFile();
+  // Reads and splits `path` (reporting damage), then lists its lines.
+  bool openFile(const std::filesystem::path& path);
+  // Writes the line index files for line `index` and draws it from them.
+  bool viewLine(int index);
+
+  const std::optional<SurveyFile>& file() const { return file_; }
+  ViewCurve* curve() const { return curve_; }
+  // Under the profile: "Stn: 12.00", "13 of 40", and one "C/V: 8.25" label
+  // per trace, blank after the colon where the station has no value.
+  QString readout() const;
+
+ signals:
+  void closed();
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  void createControls();
+  void placeControls();
+  QPushButton* makeButton(QWidget* page, int id, const char* label);
+  void showList();
+  void showReadout();
+  void listLines();
+  void leave();
+  void warn(const QString& text);
+
+  LoggerContext& context_;
+  int scale_;
+  std::optional<SurveyFile> file_;
+  QString fileName_;
+  QWidget* listPage_ = nullptr;
+  QLabel* fileLabel_ = nullptr;
+  QLabel* headerLabel_ = nullptr;
+  QListWidget* lines_ = nullptr;
+  QWidget* curvePage_ = nullptr;
+  QLabel* lineLabel_ = nullptr;
+  ViewCurve* curve_ = nullptr;
+  QLabel* stationLabel_ = nullptr;
+  QLabel* positionLabel_ = nullptr;
+  std::array<QLabel*, 4> valueLabels_{};
+};
+
+}  // namespace gc40

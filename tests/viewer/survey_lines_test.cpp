@@ -1,0 +1,259 @@
+#include "viewer/survey_lines.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "instrument/reading_decoder.h"
+#include "recorded_file.h"
+#include "viewer/line_index_files.h"
+#include "viewer/line_view.h"
+#include "viewer/viewer_texts.h"
+
+namespace gc40 {
+namespace {
+
+using testing::instrumentRecord;
+using testing::RecordedFile;
+
+SurveyFile split(const std::string& bytes) {
+  const DataFileContents contents = readDataFile(bytes);
+  EXPECT_TRUE(contents.problems.empty());
+  return *splitSurveyLines(contents);
+}
+
+std::vector<double> placedStations(const SurveyLine& line) {
+  std::vector<double> stations;
+  for (const PlacedReading& reading : line.readings) stations.push_back(reading.station);
+  return stations;
+}
+
+std::vector<double> entryStations(const SurveyLine& line) {
+  std::vector<double> stations;
+  for (const StationEntry& entry : line.stations) stations.push_back(entry.station);
+  return stations;
+}
+
+// A short-variant Manual survey with both dipoles: the first reading after a
+// line or station start does not move the station, pauses change nothing,
+// a station walked again merges with its entry, and the values decode with
+// the file's settings.
+TEST(SurveyLines, StationsFollowTheLoggerAndReadingsMergePerTrace) {
+  Settings recorded;
+  recorded.instrumentVariant = 1;
+  recorded.surveyMode = 2;
+  recorded.dipoleMode = 2;
+  recorded.startStation = 5.0;
+  recorded.stationIncrement = 2.5f;
+  recorded.surveyLine = u"10";
+  recorded.lineDirection = 3;
+  const std::string v1 = instrumentRecord(0x24, "012.3004.5");
+  const std::string h1 = instrumentRecord(0x04, "020.0-01.0");
+  const std::string v2 = instrumentRecord(0x24, "013.3005.5");
+  const std::string v3 = instrumentRecord(0x25, "014.3006.5");
+  RecordedFile file(recorded);
+  file.note(u"$STARTED").reading(v1).reading(h1).reading(v2).note(u"$PAUSED");
+  file.note(u"$STARTED").reading(v2).newStation(5.0).reading(v3).reading(v1);
+  file.newLine(u"11.00", 10.0, -2.5f).reading(v1).reading(v1).reading(h1).reading(v1);
+
+  const SurveyFile survey = split(file.bytes());
+  ASSERT_EQ(survey.lines.size(), 2u);
+  const SurveyLine& first = survey.lines[0];
+  EXPECT_EQ(first.name, "10");
+  EXPECT_EQ(placedStations(first), (std::vector<double>{5.0, 5.0, 7.5, 10.0, 5.0, 5.0}));
+  EXPECT_EQ(entryStations(first), (std::vector<double>{5.0, 7.5, 10.0}));
+  EXPECT_EQ(placedStations(survey.lines[1]), (std::vector<double>{10.0, 10.0, 7.5, 5.0}));
+  EXPECT_EQ(survey.lines[1].direction, 'E');
+  EXPECT_FLOAT_EQ(survey.lines[1].stationIncrement, -2.5f);
+
+  // Station 5: V from v3 then v1 (the last), H from h1, so all four traces.
+  FiledValues lastV, onlyH, todays;
+  decodeInstrumentRecord(v1, recordingSettings(survey.identification), lastV);
+  decodeInstrumentRecord(h1, recordingSettings(survey.identification), onlyH);
+  decodeInstrumentRecord(v1, Settings{}, todays);
+  ASSERT_NE(lastV.verticalInphase, todays.verticalInphase);  // the variant counts
+  const StationEntry& five = first.stations[0];
+  EXPECT_EQ(five.present, (std::array<std::uint8_t, kTraceCount>{1, 1, 1, 1, 0, 0, 0, 0}));
+  EXPECT_EQ(five.values[0], lastV.verticalConductivity);
+  EXPECT_EQ(five.values[1], onlyH.horizontalConductivity);
+  EXPECT_EQ(five.values[2], lastV.verticalInphase);
+  EXPECT_EQ(five.values[3], onlyH.horizontalInphase);
+  EXPECT_EQ(first.stations[1].present,
+            (std::array<std::uint8_t, kTraceCount>{1, 0, 1, 0, 0, 0, 0, 0}));
+}
+
+// Repeat numbers in place of the "T" say how many readings made a station;
+// with more than one, only the very first reading holds the station back.
+TEST(SurveyLines, RepeatNumbersGroupReadingsAtOneStation) {
+  Settings recorded;
+  recorded.startStation = 0.0;
+  recorded.stationIncrement = 0.5f;
+  RecordedFile file(recorded);
+  for (int group = 0; group < 3; ++group)
+    for (char marker : {'T', '2', '3'}) file.reading(instrumentRecord(0x20, "001.0002.0", marker));
+  EXPECT_EQ(placedStations(split(file.bytes()).lines[0]),
+            (std::vector<double>{0, 0, 0, 0.5, 0.5, 0.5, 1, 1, 1}));
+}
+
+TEST(LineIndexFiles, RoundTripAndRefusals) {
+  std::vector<StationEntry> stations(3);
+  stations[0] = {-12.5, {1, 1, 0, 0, 0, 0, 0, 0}, {3.25f, -0.5f, 0, 0, 0, 0, 0, 0}};
+  stations[1] = {0.1 + 0.2, {0, 0, 1, 1, 0, 0, 0, 0}, {0, 0, 1e-7f, 9000.f, 0, 0, 0, 0}};
+  stations[2] = {1e9, {}, {}};
+  const LineIndexBytes bytes = encodeLineIndex(stations);
+  EXPECT_EQ(bytes.presence.size(), 24u + 3 * 16);
+  EXPECT_EQ(bytes.values.size(), 24u + 3 * 40);
+  EXPECT_EQ(bytes.presence.substr(0, 16), std::string("GC40R4X1\1\0\0\0\x10\0\0\0", 16));
+  EXPECT_EQ(std::get<std::vector<StationEntry>>(decodeLineIndex(bytes)), stations);
+  EXPECT_EQ(std::get<std::vector<StationEntry>>(decodeLineIndex(encodeLineIndex({}))).size(), 0u);
+
+  const auto refusal = [](LineIndexBytes damaged) {
+    const auto result = decodeLineIndex(damaged);
+    return std::holds_alternative<LineIndexError>(result) ? std::get<LineIndexError>(result).message
+                                                          : std::string("accepted");
+  };
+  LineIndexBytes truncated = bytes;
+  truncated.values.pop_back();
+  EXPECT_EQ(refusal(truncated), "LINE2.R4X: holds 143 bytes for 3 stations");
+  LineIndexBytes swapped{bytes.values, bytes.presence};
+  EXPECT_EQ(refusal(swapped), "LINE1.R4X: not a line index file");
+  LineIndexBytes otherLine = bytes;
+  otherLine.values = encodeLineIndex({stations[0], stations[2], stations[1]}).values;
+  EXPECT_EQ(refusal(otherLine), "LINE2.R4X: does not describe the stations of LINE1.R4X");
+  LineIndexBytes newer = bytes;
+  newer.presence[8] = 2;
+  EXPECT_EQ(refusal(newer), "LINE1.R4X: unknown format version");
+}
+
+TEST(LineView, TheBarStaysOnTheLineAndInView) {
+  struct Case {
+    std::size_t bar;
+    BarMove move;
+    std::size_t moved;
+  };
+  for (const Case& c : {Case{0, BarMove::kStationBack, 0}, Case{0, BarMove::kStationOn, 1},
+                        Case{199, BarMove::kStationOn, 199}, Case{50, BarMove::kPageBack, 0},
+                        Case{100, BarMove::kPageBack, 20}, Case{100, BarMove::kPageOn, 180},
+                        Case{150, BarMove::kPageOn, 199}, Case{77, BarMove::kFirst, 0},
+                        Case{77, BarMove::kLast, 199}})
+    EXPECT_EQ(movedBar(c.bar, 200, c.move), c.moved) << c.bar;
+  EXPECT_EQ(movedBar(5, 0, BarMove::kLast), 0u);
+  // 136 columns: the window moves only when the bar leaves it.
+  EXPECT_EQ(firstShownStation(0, 135, 136), 0u);
+  EXPECT_EQ(firstShownStation(0, 136, 136), 1u);
+  EXPECT_EQ(firstShownStation(64, 199, 136), 64u);
+  EXPECT_EQ(firstShownStation(64, 63, 136), 63u);
+}
+
+// Neighbours holding a trace are joined, a lone value is a point, a gap
+// breaks the line; only the traces in use are drawn.
+TEST(LineView, StrokesJoinNeighboursAndLeaveGaps) {
+  Settings settings = viewingSettings(Settings{}, Settings{}, 100);  // Auto, vertical, 0..500
+  std::vector<StationEntry> stations(5);
+  const std::array<float, 5> values{100, 200, 0, 300, 400};
+  for (std::size_t i : {0u, 1u, 3u}) {
+    stations[i].present = {1, 1, 1, 0, 0, 0, 0, 0};  // H conductivity is not in use
+    stations[i].values = {values[i], 0, 1.0f, 0, 0, 0, 0, 0};
+  }
+  const auto strokes = lineStrokes(stations, 0, 4, setupProfileTraces(settings), settings);
+  // y = (500 - value) * 100 / 500 for conductivity; (25 - 1) * 2 for inphase.
+  const std::vector<ViewStroke> expected{{0, true, 0, 80, 1, 60},
+                                         {0, false, 3, 40, 3, 40},
+                                         {2, true, 0, 48, 1, 48},
+                                         {2, false, 3, 48, 3, 48}};
+  EXPECT_EQ(strokes, expected);
+  stations[4] = stations[3];  // now station 3 continues out of view
+  stations[4].values[0] = 400;
+  const auto continued = lineStrokes(stations, 1, 3, setupProfileTraces(settings), settings);
+  EXPECT_EQ(continued.front(), (ViewStroke{0, true, -1, 80, 0, 60}));
+  EXPECT_EQ(continued[1], (ViewStroke{0, true, 2, 40, 3, 20}));
+}
+
+TEST(ViewerTexts, HeaderLinesReadoutAndDamage) {
+  Settings recorded;
+  recorded.gpsEnabled = 1;
+  recorded.distanceUnits = 1;
+  recorded.surveyMode = 1;
+  recorded.component = 1;
+  recorded.dipoleMode = 2;
+  recorded.surveyLine = u"LINE-123456";
+  RecordedFile file(recorded);
+  file.reading(instrumentRecord(0x20, "001.0002.0"))
+      .newLine(u"B", 3, 1)
+      .reading(instrumentRecord(0x20, "001.0002.0"));
+  file.newLine(u"C", 0, 1);
+  const SurveyFile survey = split(file.bytes());
+  EXPECT_EQ(headerTexts(survey),
+            (std::vector<std::string>{"GC40 Standard, GPS enabled", "Units: feet   Mode: Wheel",
+                                      "Component: Inphase   Dipole: Both"}));
+  EXPECT_EQ(lineSummary(survey.lines[0]), "Line LINE-123  South\n0.00 to 0.00, 1 reading");
+  EXPECT_EQ(lineSummary(survey.lines[2]), "Line C  South\nNo readings");
+
+  StationEntry entry{-2.5, {1, 0, 0, 1, 0, 0, 0, 0}, {12.345f, 9, 9, -0.004f, 0, 0, 0, 0}};
+  const BarReadout readout = barReadout(entry);
+  EXPECT_EQ(readout.station, "-2.50");
+  EXPECT_EQ(readout.values, (std::array<std::string, 4>{"12.35", "", "", "-0.00"}));
+
+  const std::vector<FileProblem> problems{{24, 5, "unknown record type"},
+                                          {53, 20, "truncated record"}};
+  EXPECT_EQ(damageReport("A.R40", problems, 1),
+            "A.R40 is damaged. 2 parts could not be read and were skipped:\n"
+            "byte 24 (5 bytes): unknown record type\nand 1 more");
+}
+
+// Damage of every kind through the reader, the split and the index files:
+// nothing crashes or hangs, and every reading the reader found is placed.
+TEST(SurveyLines, MutatedFilesNeverBreakTheViewer) {
+  Settings recorded;
+  recorded.surveyMode = 2;
+  recorded.dipoleMode = 2;
+  RecordedFile file(recorded);
+  for (int i = 0; i < 40; ++i) {
+    file.reading(instrumentRecord(i % 2 ? 0x24 : 0x04, "012.3004.5", "T23"[i % 3]));
+    if (i % 9 == 0) file.newStation(i * 0.5).note(u"$PAUSED");
+    if (i % 17 == 0) file.newLine(u"L" + std::u16string(1, char16_t('0' + i % 10)), i, -1.5f);
+  }
+  const std::string original = file.bytes();
+  std::mt19937 random(20261122);
+  const auto pick = [&random](std::size_t n) {
+    return std::uniform_int_distribution<std::size_t>(0, n - 1)(random);
+  };
+  const std::string interesting = "TSLBAZ*CX@#?\"!\n 0123456789.-+eE\xff";
+  for (int round = 0; round < 10000; ++round) {
+    std::string bytes = original;
+    for (std::size_t edits = 1 + pick(8); edits > 0 && !bytes.empty(); --edits) {
+      const std::size_t at = pick(bytes.size());
+      switch (pick(4)) {
+        case 0:
+          bytes[at] = interesting[pick(interesting.size())];
+          break;
+        case 1:
+          bytes[at] = static_cast<char>(pick(256));
+          break;
+        case 2:
+          bytes.erase(at, 1 + pick(30));
+          break;
+        default:
+          bytes.insert(at, bytes.substr(pick(bytes.size()), 1 + pick(40)));
+          break;
+      }
+    }
+    const DataFileContents contents = readDataFile(bytes);
+    const std::optional<SurveyFile> survey = splitSurveyLines(contents);
+    ASSERT_TRUE(survey);
+    std::size_t readings = 0, placed = 0;
+    for (const FileRecord& record : contents.records)
+      readings += std::holds_alternative<ReadingRecord>(record.value);
+    for (const SurveyLine& line : survey->lines) {
+      placed += line.readings.size();
+      ASSERT_LE(line.stations.size(), line.readings.size());
+      EXPECT_EQ(std::get<std::vector<StationEntry>>(decodeLineIndex(encodeLineIndex(line.stations)))
+                    .size(),
+                line.stations.size());
+    }
+    ASSERT_EQ(placed, readings) << "round " << round;
+  }
+}
+
+}  // namespace
+}  // namespace gc40
