@@ -24,15 +24,23 @@ int repeatNumber(const ReadingRecord& reading) {
   return marker >= kFirstRepeatDigit && marker <= kLastRepeatDigit ? marker - '0' : 0;
 }
 
-// The logger numbers every reading as its own station, so a file shows repeat
-// numbers only when a station took more readings; the largest one seen is
-// that count.
-std::int32_t readingsPerStationOf(const DataFileContents& contents) {
-  int largest = 1;
-  for (const FileRecord& record : contents.records)
-    if (const auto* reading = std::get_if<ReadingRecord>(&record.value))
-      largest = std::max(largest, repeatNumber(*reading));
-  return largest;
+struct ReadingCount {
+  std::size_t readings = 0;
+  // The logger numbers every reading as its own station, so a file shows
+  // repeat numbers only when a station took more readings; the largest one
+  // seen is that count.
+  std::int32_t readingsPerStation = 1;
+};
+
+ReadingCount countReadings(const DataFileContents& contents) {
+  ReadingCount count;
+  for (const FileRecord& record : contents.records) {
+    if (const auto* reading = std::get_if<ReadingRecord>(&record.value)) {
+      ++count.readings;
+      count.readingsPerStation = std::max(count.readingsPerStation, repeatNumber(*reading));
+    }
+  }
+  return count;
 }
 
 // The logging screen's station bookkeeping, driven by the records it wrote.
@@ -86,8 +94,10 @@ void mergeReading(StationEntry& entry, const FiledValues& filed) {
 
 class LineSplitter {
  public:
-  LineSplitter(const DataFileContents& contents, SurveyFile& file)
-      : file_(file), replay_(readingsPerStationOf(contents)) {}
+  LineSplitter(const ReadingCount& count, SurveyFile& file)
+      : file_(file), replay_(count.readingsPerStation) {
+    entryOf_.reserve(count.readings);
+  }
 
   void add(const FileRecord& record) {
     std::visit([this, &record](const auto& value) { take(value, record.offset); }, record.value);
@@ -162,7 +172,7 @@ std::optional<SurveyFile> splitSurveyLines(const DataFileContents& contents,
                                            const SplitProgress& progress) {
   SurveyFile file;
   file.problems = contents.problems;
-  LineSplitter splitter(contents, file);
+  LineSplitter splitter(countReadings(contents), file);
   const std::size_t total = contents.records.size();
   for (std::size_t i = 0; i < total; ++i) {
     if (progress && i % kProgressEvery == 0 && !progress(i, total)) return std::nullopt;
