@@ -92,7 +92,7 @@ TEST_P(LoggingDisplay, ProfileScrollsTwoPixelsAndKeepsItsPicture) {
 
 // The machine's first battery counts; mains, a peripheral's battery and one
 // that reports no charge do not. The panel asks once per full screen, then
-// only when three minutes have passed.
+// only when three minutes have passed, also across the tick's wrap.
 TEST(Battery, FirstMachineBatteryAskedAtMostEveryThreeMinutes) {
   testing::TempFolder folder;
   const auto supply = [&folder](const char* name, const char* type, const char* capacity,
@@ -122,6 +122,8 @@ TEST(Battery, FirstMachineBatteryAskedAtMostEveryThreeMinutes) {
   EXPECT_EQ(asked, 1);
   panel.refreshBattery(181001);
   EXPECT_EQ(panel.text(StatusField::kBattery), "AC");
+  EXPECT_FALSE(batteryRefreshDue(100, 0xFFFFFF00u));  // across the tick's wrap
+  EXPECT_TRUE(batteryRefreshDue(180000, 0xFFFFFF00u));
 }
 
 }  // namespace

@@ -19,7 +19,7 @@ DecodedReading reading(float conductivity, float inphase, char dipole = 'V',
 
 // The fields of one reading: portrait carries units, an Inphase survey has
 // no conductivity, and a value that is not a number keeps its field about as
-// wide as a real one. Then the station, dipole mode and file name.
+// wide as a real one. Then the run's own fields.
 TEST(StatusTexts, ReadingAndRunFields) {
   using Case =
       std::tuple<DecodedReading, std::int32_t, bool, const char*, const char*, const char*>;
@@ -43,20 +43,14 @@ TEST(StatusTexts, ReadingAndRunFields) {
   // Up to 8 characters of the name; one outside the basic plane is not cut in half.
   EXPECT_EQ(fileText(u"LONGNAME1.R40"), u"File:LONGNAME");
   EXPECT_EQ(fileText(u"ABCDEFG\U0001F600"), u"File:ABCDEFG");
-}
-
-// Pressed trigger, survey mode, logging state: in Manual mode while logging
-// the trigger records and never shows.
-TEST(StatusTexts, TriggerIndicatorAndBatteryRefresh) {
-  using Case = std::tuple<bool, std::int32_t, std::int32_t, const char*>;
+  // Pressed trigger, survey mode, logging state: in Manual mode while logging
+  // the trigger records and never shows.
+  using Trigger = std::tuple<bool, std::int32_t, std::int32_t, const char*>;
   for (const auto& [pressed, mode, state, shown] :
-       {Case{true, 0, 1, "M"}, Case{true, 1, -1, "M"}, Case{true, 2, 1, " "},
-        Case{true, 2, -1, "M"}, Case{true, 2, 0, "M"}, Case{false, 0, 0, " "}}) {
+       {Trigger{true, 0, 1, "M"}, Trigger{true, 1, -1, "M"}, Trigger{true, 2, 1, " "},
+        Trigger{true, 2, -1, "M"}, Trigger{true, 2, 0, "M"}, Trigger{false, 0, 0, " "}}) {
     EXPECT_EQ(triggerIndicatorText(pressed, mode, state), shown) << pressed << mode << state;
   }
-  // The three minutes themselves are checked on the panel (logging_display_test).
-  EXPECT_FALSE(batteryRefreshDue(100, 0xFFFFFF00u));  // across the tick's wrap
-  EXPECT_TRUE(batteryRefreshDue(180000, 0xFFFFFF00u));
 }
 
 }  // namespace
