@@ -4,9 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <csignal>
-#include <functional>
 #include <memory>
 #include <string>
 #include <thread>
@@ -30,6 +30,8 @@ const std::string kLoggingScreen = "LoggingWnd";
 
 class WholeRun : public ::testing::Test {
  protected:
+  // A GPS run (receiverCapture set) has its receiver on COM2:, enabled in the
+  // settings, and runs in portrait.
   void SetUp() override {
     // The first value of each record counts the simulator's records, so a
     // lost or doubled one shows.
@@ -38,10 +40,11 @@ class WholeRun : public ::testing::Test {
                                            "--port",    "COM1=" + meter.string(),
                                            "--control", "--scale",
                                            "1"};
-    if (receiverCapture) {  // the GPS receiver on COM2:, enabled in the settings
+    if (receiverCapture) {
       simArguments.insert(simArguments.end(), {"--gps-link", receiver.string(), "--nmea",
                                                *receiverCapture, "--nmea-period", "5", "--loop"});
-      gc40Arguments.insert(gc40Arguments.end(), {"--port", "COM2=" + receiver.string()});
+      gc40Arguments.insert(gc40Arguments.end(),
+                           {"--port", "COM2=" + receiver.string(), "--portrait"});
       testing::writeBytes(folder.path() / "GC40" / "FLDINI" / "GC40.INI",
                           testing::fileWithLine(36, "1"));
     }
@@ -85,35 +88,39 @@ class WholeRun : public ::testing::Test {
     ASSERT_TRUE(waitFront("GC40", kLoggingScreen));
   }
 
+  // The logging screen as <shots>_<state>.png in the build folder.
+  void shot(const std::string& state) {
+    if (shots.empty()) return;
+    const std::string path = GC40_TEST_OUTPUT_DIR "/" + shots + "_" + state + ".png";
+    send("shot " + path);
+    ASSERT_TRUE(waitForLine("shot " + path));
+  }
+
   DataFileContents file() const { return readDataFile(testing::readBytes(dataFile)); }
 
-  // Waits until the file holds `count` records that `match`.
-  bool waitForRecords(const std::function<bool(const RecordValue&)>& match, std::size_t count) {
+  // Waits until the file holds `count` readings, or `count` notes `text`.
+  bool waitForRecords(std::size_t count, const std::string& text = "") {
     for (int i = 0; i < 500; ++i) {
       std::size_t found = 0;
-      for (const FileRecord& record : file().records) found += match(record.value);
+      for (const FileRecord& record : file().records) {
+        const auto* note = std::get_if<TextRecord>(&record.value);
+        found += text.empty() ? std::holds_alternative<ReadingRecord>(record.value)
+                              : note && note->text == text;
+      }
       if (found >= count) return true;
       std::this_thread::sleep_for(20ms);
     }
-    ADD_FAILURE() << "the file never held " << count << " such records";
+    ADD_FAILURE() << "the file never held " << count << " records " << text;
     return false;
-  }
-
-  static bool isReading(const RecordValue& value) {
-    return std::holds_alternative<ReadingRecord>(value);
-  }
-  static std::function<bool(const RecordValue&)> isNote(const std::string& text) {
-    return [text](const RecordValue& value) {
-      const auto* note = std::get_if<TextRecord>(&value);
-      return note && note->typeLetter == 'X' && note->text == text;
-    };
   }
 
   // Create File through the real dialog, then Go.
   void createFileAndGo() {
     send("key l");
     ASSERT_TRUE(waitFront("GC40", kLoggingScreen));
+    shot("monitor");
     dialog("c", "Create Data File", "E2E");
+    shot("standby");
     send("key g");
   }
 
@@ -121,34 +128,23 @@ class WholeRun : public ::testing::Test {
   fs::path meter = folder.path() / "meter";
   fs::path receiver = folder.path() / "receiver";
   std::optional<std::string> receiverCapture;  // set before SetUp for a GPS run
+  std::string shots;                           // no screenshots when empty
   fs::path dataFile = folder.path() / "GC40" / "DATA40" / "E2E.R40";
   std::unique_ptr<testing::ChildProcess> sim;
   std::unique_ptr<testing::ChildProcess> gc40;
 };
 
-// One letter per record ('T' for every reading, 'X'/'C' with the text), so
-// the run's shape reads as one string.
+// One letter per record (one 'T' for a stretch of readings and GPS sentences,
+// '(' letter and text ')' for a note or comment), so the run's shape reads as
+// one string.
 std::string shapeOf(const DataFileContents& contents) {
   std::string shape;
   for (const FileRecord& record : contents.records) {
-    std::visit(
-        [&shape](const auto& value) {
-          using Kind = std::decay_t<decltype(value)>;
-          if constexpr (std::is_same_v<Kind, IdentificationRecord>) shape += "G";
-          if constexpr (std::is_same_v<Kind, FileNameRecord>) shape += "H";
-          if constexpr (std::is_same_v<Kind, LineRecord>) shape += "L";
-          if constexpr (std::is_same_v<Kind, LineStartRecord>) shape += "B";
-          if constexpr (std::is_same_v<Kind, LineAttributesRecord>) shape += "A";
-          if constexpr (std::is_same_v<Kind, DateTimeRecord>) shape += "Z";
-          if constexpr (std::is_same_v<Kind, TimeMarkRecord>) shape += "*";
-          if constexpr (std::is_same_v<Kind, StationRecord>) shape += "S";
-          if constexpr (std::is_same_v<Kind, ReadingRecord>)
-            if (shape.empty() || shape.back() != 'T') shape += "T";
-          if constexpr (std::is_same_v<Kind, TextRecord>)
-            shape += std::string("(") + value.typeLetter + value.text + ")";
-          if constexpr (std::is_same_v<Kind, GpsSentenceRecord>) shape += "@";
-        },
-        record.value);
+    const char letter = "GHLBAZTS*?T"[record.value.index()];
+    if (const auto* text = std::get_if<TextRecord>(&record.value))
+      shape += std::string("(") + text->typeLetter + text->text + ")";
+    else if (shape.empty() || letter != 'T' || shape.back() != 'T')
+      shape += letter;
   }
   return shape;
 }
@@ -181,18 +177,19 @@ void expectEveryReadingInOrder(const DataFileContents& contents, int atLeast) {
 }
 
 TEST_F(WholeRun, LinesStationsCommentsAndPausesAreRecordedInOrder) {
+  shots = "logging_e2e_landscape";
   createFileAndGo();
-  ASSERT_TRUE(waitForRecords(isReading, 6));
+  ASSERT_TRUE(waitForRecords(6));
   send("key Space");  // any key pauses by default
-  ASSERT_TRUE(waitForRecords(isNote("$PAUSED"), 1));
+  ASSERT_TRUE(waitForRecords(1, "$PAUSED"));
   dialog("l", "New Line");  // the proposal as it stands
   dialog("c", "Enter Comment", "ROCK OUTCROP AT 12M");
   dialog("n", "New Station", "100");
-  const std::size_t before = file().records.size();
   send("key g");
-  ASSERT_TRUE(waitForRecords(isReading, 10));
+  ASSERT_TRUE(waitForRecords(16));
+  shot("logging");  // the profile has scrolled by now
   send("key Space");
-  ASSERT_TRUE(waitForRecords(isNote("$PAUSED"), 2));
+  ASSERT_TRUE(waitForRecords(2, "$PAUSED"));
   send("key x");
   ASSERT_TRUE(waitFront("Confirm Exit", kLoggingScreen));
   send("click Yes");
@@ -204,77 +201,49 @@ TEST_F(WholeRun, LinesStationsCommentsAndPausesAreRecordedInOrder) {
   EXPECT_TRUE(contents.problems.empty());
   EXPECT_EQ(shapeOf(contents),
             "GHLBAZ*(X$STARTED)T(X$PAUSED)LBAZ*S*(CROCK OUTCRO)S*(X$STARTED)T(X$PAUSED)");
-  EXPECT_GT(contents.records.size(), before);
-  expectEveryReadingInOrder(contents, 10);
+  expectEveryReadingInOrder(contents, 16);
   // The new line is the proposal (line 0 + 1, walked back North from where
   // the last one ended); the new station is the one typed.
-  std::vector<const FileRecord*> lines, stations;
-  for (const FileRecord& record : contents.records) {
-    if (std::holds_alternative<LineRecord>(record.value)) lines.push_back(&record);
-    if (std::holds_alternative<StationRecord>(record.value)) stations.push_back(&record);
-  }
-  ASSERT_EQ(lines.size(), 2u);
-  ASSERT_EQ(stations.size(), 2u);
-  EXPECT_EQ(std::get<LineRecord>(lines[1]->value).name, "1.00");
-  const auto& attributes = std::get<LineAttributesRecord>((lines[1] + 2)->value);
-  EXPECT_EQ(attributes.direction, 'N');
-  EXPECT_EQ(attributes.stationIncrement, -1.0);
-  EXPECT_EQ(std::get<StationRecord>(stations[1]->value).station, 100.0);
-}
-
-TEST_F(WholeRun, ASilentMeterEndsTheRunWithoutLosingTheFile) {
-  createFileAndGo();
-  ASSERT_TRUE(waitForRecords(isReading, 3));
-  sim->signal(SIGSTOP);  // the cable is pulled
-  ASSERT_TRUE(waitFront("NO CONNECTION", kLoggingScreen));
-  send("key Return");
-  ASSERT_TRUE(waitFront("GC40"));
-
-  const DataFileContents contents = file();
-  EXPECT_TRUE(contents.problems.empty());
-  const std::string shape = shapeOf(contents);
-  const std::string breaks =
-      "(X$CONN BREAK)(X$CONN BREAK)(X$CONN BREAK)(X$CONN BREAK)(X$CONN BREAK)";
-  EXPECT_EQ(shape, "GHLBAZ*(X$STARTED)T" + breaks + "(X$CONN END)") << shape;
-  expectEveryReadingInOrder(contents, 3);
-  send("key x");  // the menu has its keys back
-  EXPECT_EQ(gc40->waitForExit(10s), 0);
+  const auto& records = contents.records;
+  const auto secondLine = std::find_if(records.begin() + 3, records.end(), [](auto& record) {
+    return std::holds_alternative<LineRecord>(record.value);
+  });
+  ASSERT_GT(records.end() - secondLine, 8);
+  EXPECT_EQ(std::get<LineRecord>(secondLine->value).name, "1.00");
+  const auto& attributes = std::get<LineAttributesRecord>((secondLine + 2)->value);
+  EXPECT_EQ(std::pair(attributes.direction, attributes.stationIncrement), std::pair('N', -1.0));
+  EXPECT_EQ(std::get<StationRecord>((secondLine + 8)->value).station, 100.0);
 }
 
 class GpsRun : public WholeRun {
  protected:
-  GpsRun() { receiverCapture = std::string(GC40_NMEA_CAPTURES) + "/garmin-10x.log"; }
+  GpsRun() {
+    receiverCapture = std::string(GC40_NMEA_CAPTURES) + "/garmin-10x.log";
+    shots = "logging_gps_e2e_portrait";
+  }
 };
 
-// The capture's lines with the logging run's verdicts, as the receiver sends
-// them over and over.
-std::vector<GpsLine> captureLines(const std::string& path) {
-  std::vector<GpsLine> lines;
-  GpsLineAssembler assembler;
-  assembler.feed(testing::readBytes(path), 0, [&](std::string_view text, std::uint32_t tick) {
-    judgeGpsLine(text, tick, [&](const GpsLine& line) { lines.push_back(line); });
-  });
-  return lines;
-}
-
-// The recorded sentences are one unbroken stretch of the receiver's lines
-// (comment lines twice, checksum failures marked), each before the first
-// reading that came after it.
-TEST_F(GpsRun, EverySentenceThatArrivedWhileLoggingIsRecordedAmongTheReadings) {
+// A run with a GPS receiver that ends when the simulator falls silent: five
+// breaks, the end, the menu back, and the file intact. The recorded sentences
+// are one unbroken stretch of the receiver's lines (comment lines twice,
+// checksum failures marked), each before the first reading that came after
+// it, none before the start.
+TEST_F(GpsRun, SentencesAmongTheReadingsUntilASilentMeterEndsTheRun) {
   createFileAndGo();
-  ASSERT_TRUE(waitForRecords(isReading, 15));
-  const std::string shot = GC40_TEST_OUTPUT_DIR "/logging_gps_e2e.png";
-  send("shot " + shot);
-  ASSERT_TRUE(waitForLine("shot " + shot));
-  send("key Space");
-  ASSERT_TRUE(waitForRecords(isNote("$PAUSED"), 1));
-  send("key x");
-  ASSERT_TRUE(waitFront("Confirm Exit", kLoggingScreen));
-  send("click Yes");
+  ASSERT_TRUE(waitForRecords(15));
+  shot("logging");
+  sim->signal(SIGSTOP);  // the cable is pulled
+  ASSERT_TRUE(waitFront("NO CONNECTION", kLoggingScreen));
+  send("key Return");
   ASSERT_TRUE(waitFront("GC40"));
+  send("key x");  // the menu has its keys back
+  EXPECT_EQ(gc40->waitForExit(10s), 0);
 
   const DataFileContents contents = file();
   EXPECT_TRUE(contents.problems.empty());
+  const std::string breaks =
+      "(X$CONN BREAK)(X$CONN BREAK)(X$CONN BREAK)(X$CONN BREAK)(X$CONN BREAK)";
+  EXPECT_EQ(shapeOf(contents), "GHLBAZ*(X$STARTED)T" + breaks + "(X$CONN END)");
   expectEveryReadingInOrder(contents, 15);
   std::vector<GpsLine> recorded;
   std::optional<std::uint32_t> pendingTick;  // of the last sentence not yet followed by a reading
@@ -289,16 +258,22 @@ TEST_F(GpsRun, EverySentenceThatArrivedWhileLoggingIsRecordedAmongTheReadings) {
       pendingTick.reset();
     }
   }
-  const std::vector<GpsLine> sent = captureLines(*receiverCapture);
+  // The capture's lines with their verdicts, as the receiver sends them over
+  // and over.
+  std::vector<GpsLine> sent;
+  GpsLineAssembler assembler;
+  assembler.feed(testing::readBytes(*receiverCapture), 0,
+                 [&](std::string_view text, std::uint32_t tick) {
+                   judgeGpsLine(text, tick, [&](const GpsLine& line) { sent.push_back(line); });
+                 });
   ASSERT_GT(recorded.size(), sent.size());  // the whole capture at least once
-  const auto sameLine = [](const GpsLine& a, const GpsLine& b) {
-    return a.text == b.text && a.valid == b.valid;
-  };
   bool unbroken = false;
   for (std::size_t start = 0; start < sent.size() && !unbroken; ++start) {
     unbroken = true;
-    for (std::size_t i = 0; i < recorded.size() && unbroken; ++i)
-      unbroken = sameLine(recorded[i], sent[(start + i) % sent.size()]);
+    for (std::size_t i = 0; i < recorded.size() && unbroken; ++i) {
+      const GpsLine& expected = sent[(start + i) % sent.size()];
+      unbroken = recorded[i].text == expected.text && recorded[i].valid == expected.valid;
+    }
   }
   EXPECT_TRUE(unbroken);
   EXPECT_NE(std::count_if(recorded.begin(), recorded.end(), [](auto& l) { return !l.valid; }), 0);

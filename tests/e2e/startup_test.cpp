@@ -61,20 +61,6 @@ TEST(Startup, EmptyOrDamagedStorageStartsWithTheRightFiles) {
   }
 }
 
-TEST(Startup, CommandLineAnswersWithoutAWindowOrFiles) {
-  for (const auto& [argument, status, output] :
-       {std::tuple{"--version", 0, "gc40 2.11\n"},
-        {"--help", 0, "--port COMn=PATH"},
-        {"--port=COM99=/dev/null", 2, "COM99=/dev/null"}}) {
-    testing::TempFolder folder;
-    const auto gc40 = startGc40({argument}, folder.path());
-    EXPECT_EQ(gc40->waitForExit(10s), status) << argument;
-    const std::string said = gc40->readAll(1s) + readBytes(folder.path() / "errors.txt");
-    EXPECT_NE(said.find(output), std::string::npos) << said;
-    EXPECT_FALSE(std::filesystem::exists(folder.path() / "GC40"));
-  }
-}
-
 // A second copy on the same storage leaves with -1 (and the first stays); a
 // copy that died does not keep the next one out.
 TEST(Startup, OneCopyPerStorageRoot) {

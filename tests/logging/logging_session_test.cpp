@@ -16,7 +16,6 @@
 #include "base/text_codec.h"
 #include "datafile/data_file_reader.h"
 #include "datafile/record_writers.h"
-#include "gps/gps_line_assembler.h"
 #include "logging/command_keys.h"
 #include "support/temp_folder.h"
 
@@ -45,7 +44,7 @@ struct FakeView : LoggingView {
   void showLineAndStation(std::u16string_view, std::string_view) override {}
   void showMessage(std::string_view text) override { note("message " + std::string(text)); }
   void showReading(const ReadingShown& shown) override { readings.push_back(shown); }
-  void showGps(const GpsFieldsShown& shown) override { gps.push_back(shown); }
+  void showGps(const GpsFieldsShown&) override {}
   void redraw() override {}
   void addToProfile(const FiledValues&, std::int32_t, TraceFlags& traceContinues) override {
     traceContinues[0] = 1;
@@ -82,7 +81,6 @@ struct FakeView : LoggingView {
   testing::TempFolder folder;
   Lines calls;
   std::vector<ReadingShown> readings;
-  std::vector<GpsFieldsShown> gps;
   std::string fileName = "RUN123456.R40";  // empty: Create File is cancelled
   std::function<bool()> newLine = [] { return false; };
   bool yesToExit = true;
@@ -121,9 +119,6 @@ struct LoggingRun : ::testing::Test {
         shortened.push_back(reading->instrumentRecord);
       else if (auto* text = std::get_if<TextRecord>(&record.value))
         shortened.push_back(text->typeLetter + text->text);
-      else if (auto* gps = std::get_if<GpsSentenceRecord>(&record.value))
-        shortened.push_back((gps->valid ? "@" : "?") + gps->sentence + "!" +
-                            formatInteger(gps->tick));
       else
         shortened.push_back(bytes.substr(record.offset, 1));
     }
@@ -244,39 +239,6 @@ TEST_F(LoggingRun, RepeatNumbersAndBeepsFollowTheStationGroup) {
     EXPECT_EQ(std::count(view.calls.begin(), view.calls.end(), "beep"), audio == 1 ? 2 : 1);
     session.exitLogging(true);
   }
-}
-
-// GPS lines are shown whenever the display is not suppressed and recorded,
-// among the readings in the order they came, only while logging.
-TEST_F(LoggingRun, GpsLinesAreRecordedWhileLoggingAmongTheReadings) {
-  const auto gpsBytes = [this](std::string_view bytes, std::uint32_t tick) {
-    GpsLineAssembler lines;
-    lines.feed(bytes, tick, [this](std::string_view text, std::uint32_t at) {
-      judgeGpsLine(text, at, [this](const GpsLine& line) { session.onGpsLine(line); });
-    });
-  };
-  const std::string gga = "$GPGGA,123519,4807.038,N,01131.000,E,1,08,0.9,545.4,M,46.9,M,,*47";
-  start();
-  session.onKey('C');
-  gpsBytes(gga + "\r\n", 1);  // Stand By: shown only
-  session.onKey('G');
-  reading(kReleased);
-  gpsBytes(gga + "\r\nABC\r\n", 2);
-  session.setGpsDisplaySuppressed(true);
-  gpsBytes("$GPGSA,A,1,,,,*32\r\n", 3);
-  session.setGpsDisplaySuppressed(false);
-  reading(kReleased);
-  EXPECT_EQ(session.gpsStatus().gpsFixCount, 1);
-  session.onButton(460);
-  gpsBytes(gga + "\r\n", 4);
-  EXPECT_EQ(recordsAfterHeader(),
-            (Lines{"X$STARTED", "T 012.0-01.5", "@" + gga + "!2", "?ABC!2", "?ABC!2",
-                   "@$GPGSA,A,1,,,,*32!3", "T 012.0-01.5", "X$PAUSED"}));
-  ASSERT_EQ(view.gps.size(), 5u);
-  EXPECT_EQ(std::tuple(view.gps[0].fixCount, view.gps[1].fixCount, view.gps[4].fixCount),
-            std::tuple(std::nullopt, "1    ", std::nullopt));
-  session.exitLogging(true);
-  EXPECT_EQ(session.gpsStatus().gpsFixCount, 0);
 }
 
 // Stale ticks while the comment dialog is up: five breaks, the end, and the

@@ -17,27 +17,10 @@ DecodedReading reading(float conductivity, float inphase, char dipole = 'V',
   return {.conductivity = conductivity, .inphase = inphase, .dipole = dipole, .range = range};
 }
 
-TEST(StatusTexts, FixedShapes) {
-  EXPECT_EQ(batteryText(100), "100%");  // "  5%" and "AC" on the panel
-  EXPECT_EQ(fileText(u"LONGNAME1.R40"), u"File:LONGNAME");
-  EXPECT_EQ(fileText(u"0315"), u"File:0315");
-  // A character outside the basic plane is not cut in half.
-  EXPECT_EQ(fileText(u"ABCDEFG\U0001F600"), u"File:ABCDEFG");
-  EXPECT_EQ(stationText(-12.345678), "-12.35     ");
-  EXPECT_EQ(stationText(1234567890.5), "1234567890.50");  // wider, never cut
-  EXPECT_EQ(averagingText(7, 10), "Sample 7   of 10 ");
-  EXPECT_EQ(std::tuple(stateText(-1), stateText(1), stateText(2)),
-            std::tuple("Stand By", "Logging", ""));
-  EXPECT_EQ(std::tuple(triggerModeText(0), triggerModeText(1), triggerModeText(2)),
-            std::tuple("Auto", "Wheel", "Manual"));
-  EXPECT_EQ(dipoleModeText(0) + dipoleModeText(1) + dipoleModeText(2) + dipoleModeText(7),
-            "Mode:VMode:HMode:BMode: ");
-}
-
-// Conductivity, inphase and dipole/range fields of one reading: portrait
-// carries units, an Inphase survey has no conductivity, and a value that is
-// not a number keeps its field about as wide as a real one.
-TEST(StatusTexts, ReadingFields) {
+// The fields of one reading: portrait carries units, an Inphase survey has
+// no conductivity, and a value that is not a number keeps its field about as
+// wide as a real one. Then the run's own fields.
+TEST(StatusTexts, ReadingAndRunFields) {
   using Case =
       std::tuple<DecodedReading, std::int32_t, bool, const char*, const char*, const char*>;
   for (const auto& [r, component, portrait, conductivity, inphase, dipoleRange] : {
@@ -54,20 +37,20 @@ TEST(StatusTexts, ReadingFields) {
     EXPECT_EQ(inphaseText(r, portrait), inphase);
     EXPECT_EQ(dipoleRangeText(r, portrait), dipoleRange);
   }
-}
-
-// Pressed trigger, survey mode, logging state: in Manual mode while logging
-// the trigger records and never shows.
-TEST(StatusTexts, TriggerIndicatorAndBatteryRefresh) {
-  using Case = std::tuple<bool, std::int32_t, std::int32_t, const char*>;
+  EXPECT_EQ(stationText(-12.345678), "-12.35     ");
+  EXPECT_EQ(stationText(1234567890.5), "1234567890.50");  // wider, never cut
+  EXPECT_EQ(dipoleModeText(1) + dipoleModeText(7), "Mode:HMode: ");
+  // Up to 8 characters of the name; one outside the basic plane is not cut in half.
+  EXPECT_EQ(fileText(u"LONGNAME1.R40"), u"File:LONGNAME");
+  EXPECT_EQ(fileText(u"ABCDEFG\U0001F600"), u"File:ABCDEFG");
+  // Pressed trigger, survey mode, logging state: in Manual mode while logging
+  // the trigger records and never shows.
+  using Trigger = std::tuple<bool, std::int32_t, std::int32_t, const char*>;
   for (const auto& [pressed, mode, state, shown] :
-       {Case{true, 0, 1, "M"}, Case{true, 1, -1, "M"}, Case{true, 2, 1, " "},
-        Case{true, 2, -1, "M"}, Case{true, 2, 0, "M"}, Case{false, 0, 0, " "}}) {
+       {Trigger{true, 0, 1, "M"}, Trigger{true, 1, -1, "M"}, Trigger{true, 2, 1, " "},
+        Trigger{true, 2, -1, "M"}, Trigger{true, 2, 0, "M"}, Trigger{false, 0, 0, " "}}) {
     EXPECT_EQ(triggerIndicatorText(pressed, mode, state), shown) << pressed << mode << state;
   }
-  // The three minutes themselves are checked on the panel (logging_display_test).
-  EXPECT_FALSE(batteryRefreshDue(100, 0xFFFFFF00u));  // across the tick's wrap
-  EXPECT_TRUE(batteryRefreshDue(180000, 0xFFFFFF00u));
 }
 
 }  // namespace
