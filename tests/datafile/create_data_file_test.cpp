@@ -22,14 +22,19 @@ namespace {
 using testing::ModalScript;
 
 // Types `name` into the save dialog (the name only: a path would make the
-// dialog navigate) and accepts it; `proposed` receives what it offered.
+// dialog navigate) and accepts it, or cancels when `name` is empty;
+// `proposed` receives what it offered.
 ModalScript::Step saveAs(const QString& name, QString* proposed = nullptr) {
   return [=](QWidget* modal) {
     auto* dialog = qobject_cast<QFileDialog*>(modal);
-    if (!dialog) return false;
-    auto* edit = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    auto* edit = dialog ? dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit")) : nullptr;
     if (!edit) return false;
+    EXPECT_EQ(dialog->windowTitle(), "Create Data File");
     if (proposed) *proposed = edit->text();
+    if (name.isEmpty()) {
+      dialog->reject();
+      return true;
+    }
     edit->setText(name);
     QTest::keyClick(edit, Qt::Key_Return);
     return true;
@@ -44,16 +49,8 @@ TEST(CreateDataFile, AnExistingNameIsRefusedAndTheDialogComesBack) {
   const std::filesystem::path dataFolder = folder.path() / "DATA40";
   const Settings settings;
   {
-    QString title;
-    ModalScript cancel({[&title](QWidget* modal) {
-      auto* dialog = qobject_cast<QFileDialog*>(modal);
-      if (!dialog) return false;
-      title = dialog->windowTitle();
-      dialog->reject();
-      return true;
-    }});
+    ModalScript cancel({saveAs("")});
     EXPECT_FALSE(createDataFile(nullptr, settings, dataFolder));
-    EXPECT_EQ(title, "Create Data File");
   }
   EXPECT_TRUE(std::filesystem::is_empty(dataFolder));
 
@@ -65,8 +62,9 @@ TEST(CreateDataFile, AnExistingNameIsRefusedAndTheDialogComesBack) {
   std::optional<DataFile> file = createDataFile(nullptr, settings, dataFolder);
   EXPECT_TRUE(script.finished() && !script.timedOut());
   EXPECT_EQ(proposed.toStdString(), expectedProposal);
-  EXPECT_EQ(caption, "WARNING");
-  EXPECT_EQ(text, "The file already exisits. Please enter another name");
+  EXPECT_EQ(std::pair(caption, text),
+            std::pair(QString("WARNING"),
+                      QString("The file already exisits. Please enter another name")));
   EXPECT_EQ(testing::readBytes(dataFolder / "SURVEY.R40"), "kept");
   ASSERT_TRUE(file);
   EXPECT_EQ(file->path(), dataFolder / "LINE7.R40");  // the default suffix added

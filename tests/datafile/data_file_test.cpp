@@ -1,12 +1,22 @@
-// The data file on disk: names, exclusive creation and the pause commit.
+// The data file on disk: names, exclusive creation and the pause commit; a
+// file written through the record writers reads back into the same values,
+// and in a damaged copy each fault is reported where it lies, by r40 too.
 
 #include "datafile/data_file.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <random>
 #include <string>
+#include <tuple>
+#include <utility>
+#include <vector>
 
 #include "datafile/data_file_naming.h"
+#include "datafile/data_file_reader.h"
+#include "datafile/record_writers.h"
+#include "support/child_process.h"
 #include "support/temp_folder.h"
 
 namespace gc40 {
@@ -62,6 +72,158 @@ TEST(DataFile, NeverOverwritesAndAppendsAfterThePause) {
   std::filesystem::remove(path);  // gone during the pause: made again
   EXPECT_TRUE(file->reopenAtEnd() && file->writeRecord(second));
   EXPECT_EQ(readBytes(path), "*14:05:09.123         2\n");
+}
+
+const std::vector<std::pair<std::string, bool>> kSentences = {
+    {"$GPTXT,01,01,02,ABCDE", true},
+    {"$GPZDA,201530.00,04,07", false},
+    {"$GPGSA,A,3,04,05,,09,12,,,24,,,,,2.5,1.3,2.1", true},
+    {"$GPGGA,123519.00,4807.0380,N,01131.0000,E,1,08,0.9,545.4,M,46.9,M,,*47", false},
+    {"$GPRMC,123519.000,A,4807.038000,N,01131.000000,E,000.022,084.4,230394,003.1,W,A*1D", true}};
+
+// Every kind of record: 24 bytes each from 0 to 192, the GPS sentences of 21,
+// 22, 44, 70 and 82 characters at 216, 288, 360, 456 and 576, then "X" at 696
+// and, after the pause, "C" at 720.
+std::string writtenFile() {
+  Settings settings;
+  settings.gpsEnabled = 1, settings.surveyMode = 1, settings.stationIncrement = 2.5f;
+  settings.surveyLine = u"North 7", settings.startStation = 100.0, settings.lineDirection = 2;
+  settings.currentStation = 123456789.5;
+  TempFolder folder;
+  auto file = DataFile::createNew(folder.path() / "031514A.R40").value();
+  bool written = writeNewFileHeader(file, settings, kNow, 1000);
+  written = writeReadingRecord(file, "T1123.4-05.6", 2000) && written;
+  written = writeStationRecord(file, settings, kNow) && written;
+  for (std::uint32_t tick = 5000; const auto& [sentence, valid] : kSentences)
+    written =
+        writeGpsRecords(file, sentence, tick++, valid ? '@' : '?', valid ? '#' : '"') && written;
+  written = writeTextRecord(file, u"$PAUSED", 'X', 4294967295u) && file.reopenAtEnd() && written;
+  written = writeTextRecord(file, u"rock outcrop!", 'C', 3000) && written;
+  written = writeReadingRecord(file, "21123.4-05.6", 3001) && written;  // second at its station
+  EXPECT_TRUE(written);
+  return readBytes(folder.path() / "031514A.R40");
+}
+
+TEST(DataFileReader, EveryRecordKindReadsBackAsWritten) {
+  std::vector<RecordValue> expected = {
+      IdentificationRecord{"GC40STD W211GPS", 0, true, 0, 0, 1, 0, '2'},
+      FileNameRecord{"031514A", "2.500"},
+      LineRecord{"North 7"},
+      LineStartRecord{100.0},
+      LineAttributesRecord{'N', 2.5},
+      DateTimeRecord{2026, 3, 15, {14, 5, 9, 0}},
+      TimeMarkRecord{{14, 5, 9, 123}, 1000},
+      ReadingRecord{"T1123.4-05.6", 2000},
+      StationRecord{123456789.5, {14, 5, 9, 120}}};
+  for (std::uint32_t tick = 5000; const auto& [sentence, valid] : kSentences)
+    expected.push_back(GpsSentenceRecord{sentence, valid, tick++});
+  expected.push_back(TextRecord{'X', "$PAUSED", 4294967295u});
+  expected.push_back(TextRecord{'C', "rock outcro", 3000});
+  expected.push_back(ReadingRecord{"21123.4-05.6", 3001});
+
+  const DataFileContents contents = readDataFile(writtenFile());
+  EXPECT_TRUE(contents.problems.empty());
+  ASSERT_EQ(contents.records.size(), expected.size());
+  for (std::size_t i = 0; i < expected.size(); ++i)
+    EXPECT_TRUE(contents.records[i].value == expected[i]) << i;
+}
+
+using Spans = std::vector<std::pair<std::size_t, std::size_t>>;
+
+// The problems' spans, once every byte is found in exactly one record or problem.
+Spans problemSpans(const DataFileContents& contents, std::size_t size) {
+  Spans spans, problems;
+  for (const FileProblem& problem : contents.problems)
+    problems.emplace_back(problem.offset, problem.length);
+  for (const FileRecord& record : contents.records)
+    spans.emplace_back(record.offset, record.length);
+  spans.insert(spans.end(), problems.begin(), problems.end());
+  std::sort(spans.begin(), spans.end());
+  std::size_t next = 0;
+  for (const auto& [offset, length] : spans)
+    EXPECT_EQ(offset, std::exchange(next, offset + length));
+  EXPECT_EQ(next, size);
+  return problems;
+}
+
+TEST(DataFileReader, FaultsAreReportedWhereTheyLieAndTheRestIsRead) {
+  const std::string good = writtenFile();
+  const std::tuple<const char*, std::string, Spans, std::size_t> cases[] = {
+      {"garbage with a line feed", std::string(good).insert(192, "zz\nzz"), {{192, 5}}, 17},
+      {"23-byte record", std::string(good).erase(170, 1), {{168, 23}}, 16},
+      {"GPS without its \"!\"", std::string(good).erase(432, 24), {{360, 72}}, 16},
+      {"GPS without its start",
+       std::string(good).erase(360, 24),
+       {{360, 24}, {384, 24}, {408, 24}},
+       16},
+      {"unknown letter", std::string(good).replace(168, 1, "Q"), {{168, 24}}, 16},
+      {"tick not a number", std::string(good).replace(166, 1, "x"), {{144, 24}}, 16},
+  };
+  for (const auto& [fault, bytes, problems, records] : cases) {
+    SCOPED_TRACE(fault);
+    const DataFileContents contents = readDataFile(bytes);
+    EXPECT_EQ(problemSpans(contents, bytes.size()), problems);
+    EXPECT_EQ(contents.records.size(), records);
+  }
+}
+
+TEST(DataFileReader, RandomDamageNeverLosesTrackOfAByte) {
+  const std::string good = writtenFile();
+  std::mt19937 random(7);
+  for (int round = 0; round < 2000; ++round) {
+    std::string bytes = good;
+    for (int change = 0; change < 1 + round % 4; ++change) {
+      const std::size_t at = random() % bytes.size();
+      const char byte = "\n TG@#!\"?x0-."[random() % 13];
+      const unsigned kind = random() % 3;
+      if (kind == 0) bytes[at] = byte;
+      if (kind == 1) bytes.insert(at, 1, byte);
+      if (kind == 2) bytes.erase(at, 1 + random() % 30);
+    }
+    problemSpans(readDataFile(bytes), bytes.size());
+    if (HasFailure()) return;
+  }
+}
+
+// The r40 program as a user runs it: what it prints and how it exits.
+TEST(R40, DumpsChecksNamingOffsetsAndExitsTwoOnAMissingFile) {
+  TempFolder folder;
+  const std::string path = folder.path() / "a.R40", errors = folder.path() / "stderr.txt";
+  // Its exit status and what it printed, standard output then error.
+  const auto r40 = [&](const std::vector<std::string>& arguments) {
+    testing::ChildProcess run(R40_BINARY, arguments, errors);
+    const std::string output = run.readAll();
+    const int status = run.waitForExit(std::chrono::seconds(10)).value_or(-1);
+    return std::pair(status, output + readBytes(errors));
+  };
+  std::string bytes;
+  for (const DataRecord& record :
+       {formatReadingRecord("T1123.4-05.6", 3000000000u), formatStationRecord(12.5, {}),
+        formatTextRecord(u"say \"hi\"", 'C', 9)})
+    bytes.append(record.begin(), record.end());
+  for (const DataRecord& record : formatGpsRecords("$GPTXT,x", 4, '?', '"'))
+    bytes.append(record.begin(), record.end());
+  writeBytes(path, bytes);
+  EXPECT_EQ(r40({"dump", path}),
+            std::pair(0, std::string("0 T record=\"T1123.4-05.6\" tick=4165470567\n"
+                                     "24 S station=12.50 time=00:00:00.00\n"
+                                     "48 C text=\"say \\\"hi\\\"\" tick=9\n"
+                                     "72 ? sentence=\"$GPTXT,x\" tick=4\n")));
+  EXPECT_EQ(r40({"check", path}).first, 0);
+
+  writeBytes(path, bytes.substr(0, 24) + "noise" + bytes.substr(24, 40));
+  const auto [status, output] = r40({"check", path});
+  EXPECT_EQ(status, 1);
+  EXPECT_EQ(output.rfind("24 problem (5 bytes)", 0), 0u) << output;
+  EXPECT_NE(output.find("\n53 problem (16 bytes): truncated record"), std::string::npos);
+
+  const std::string missing = (folder.path() / "none.R40").string();
+  for (const auto& [arguments, said] :
+       {std::pair{std::vector<std::string>{"dump", missing}, missing}, {{"dump"}, "usage"}}) {
+    const auto [exitStatus, printed] = r40(arguments);
+    EXPECT_EQ(exitStatus, 2);
+    EXPECT_NE(printed.find(said), std::string::npos) << printed;
+  }
 }
 
 }  // namespace

@@ -1,5 +1,12 @@
+// The logger's GPS line handling: lines cut, judged and stamped, the fields
+// shown from them, and real receivers' captures giving the same lines and
+// verdicts however their bytes are split, with a few lines checked by hand.
+
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <filesystem>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -7,6 +14,7 @@
 #include "gps/gps_status.h"
 #include "gps/nmea.h"
 #include "support/gps_printing.h"
+#include "support/temp_folder.h"
 
 namespace gc40 {
 namespace {
@@ -57,17 +65,15 @@ TEST(GpsLines, EachLineIsCutJudgedAndStampedWithItsDollar) {
   EXPECT_EQ(ticks, (std::vector<std::uint32_t>{10, 10, 30}));
 }
 
+// Field 1 is the sentence name, the last runs to the end of the line.
 TEST(GpsLines, FieldsAreFoundBetweenSeparators) {
-  EXPECT_EQ(getField(kGga, 1), "$GPGGA");
-  EXPECT_EQ(getField(kGga, 7), "1");
-  EXPECT_EQ(getField(kGga, 8), "08");
-  EXPECT_EQ(getField(kGga, 14), "");     // empty, but there
-  EXPECT_EQ(getField(kGga, 15), "*47");  // the rest, tail and all
-  EXPECT_EQ(getField(kGga, 16), std::nullopt);
+  std::string fields;
+  for (int n = 0; n <= 16; ++n) fields += std::string(getField(kGga, n).value_or("(none)")) + "|";
+  EXPECT_EQ(fields,
+            "(none)|$GPGGA|123519|4807.038|N|01131.000|E|1|08|0.9|545.4|M|46.9|M||*47|(none)|");
   EXPECT_EQ(getField("abc", 1), "abc");
   EXPECT_EQ(getField("abc", 2), std::nullopt);
   EXPECT_EQ(getField("a;b", 2, ';'), "b");
-  EXPECT_EQ(getField(kGga, 0), std::nullopt);
   EXPECT_EQ(nmeaChecksumTail("$GPTXT,ok"), "*67");
 }
 
@@ -86,16 +92,121 @@ TEST(GpsStatus, GgaAndGsaFillTheFieldsAndBadOnesShowQuestionMarks) {
            Case{"$GPGSA,A,3,04,05,,09,12,,,24,,,,,2.5,1.3,2.1*39", {.pdop = "2.5 "}},
            Case{"$GPGSA,A,1,,,,,,,,,,,,,,,*1E", {.pdop = "0.0 "}},
            Case{"$GPGSA,A,1,,,,*32", {.pdop = "N/A"}},
-           Case{"$GPGSA,A,3,,,,,,,,,,,,,123.456", {.pdop = "123.5"}},
-           Case{"$GPGGA,1,2,3,4,5,6,12345", {.activity = "/", .satellites = "12345", .fix = ""}},
-           Case{"$GPGGA,1,2,3,4,5,2", {.activity = "\\", .satellites = " 0", .fix = "DGPS"}},
-           Case{"$GPGGA,,,,,,0,x", {.activity = "/", .satellites = " 0", .fix = "NO FIX"}},
-           Case{"$GPGGA,,,,,,5", {.activity = "\\", .satellites = " 0", .fix = ""}},
+           Case{"$GPGGA,1,2,3,4,5,2", {.activity = "/", .satellites = " 0", .fix = "DGPS"}},
+           Case{"$GPGGA,,,,,,0,x", {.activity = "\\", .satellites = " 0", .fix = "NO FIX"}},
            Case{"$GPRMC,1,2", {}},
        }) {
     EXPECT_EQ(onGpsSentence(status, sentence, true, false), shown) << sentence;
   }
   EXPECT_EQ(onGpsSentence(status, "$GSA", true, false), (GpsFieldsShown{.pdop = "??"}));  // short
+}
+
+// A line as judged, and what the status line shows after it.
+struct Handled {
+  std::string text;
+  bool valid;
+  GpsFieldsShown shown;
+  bool operator==(const Handled&) const = default;
+};
+
+// The capture fed in chunks of 1..maxChunk bytes (all at once for 0).
+std::vector<Handled> handle(std::string_view bytes, std::size_t maxChunk, unsigned seed = 1) {
+  std::mt19937 random(seed);
+  GpsLineAssembler assembler;
+  GpsStatus status;
+  std::vector<Handled> handled;
+  for (std::size_t at = 0, size; at < bytes.size(); at += size) {
+    size = maxChunk == 0 ? bytes.size() : 1 + random() % maxChunk;
+    assembler.feed(bytes.substr(at, size), 0, [&](std::string_view text, std::uint32_t tick) {
+      judgeGpsLine(text, tick, [&](const GpsLine& line) {
+        handled.push_back(
+            {line.text, line.valid, onGpsSentence(status, line.text, line.valid, true)});
+      });
+    });
+  }
+  return handled;
+}
+
+std::string capture(const char* name) {
+  return testing::readBytes(std::filesystem::path(GC40_NMEA_CAPTURES) / name);
+}
+
+TEST(GpsCaptures, AnySplitGivesTheSameLinesAndVerdicts) {
+  // Lines handed on, valid ones, valid GGA. Files with bare line feeds lose
+  // each line's last checksum digit to the carriage-return cut, and every
+  // "$" starts a line afresh ("$$", two sentences on one line).
+  const std::tuple<const char*, std::size_t, std::size_t, int> totals[] = {
+      {"GPSmap-76S.log", 151, 151, 12},
+      {"beidou-bd.log", 81, 79, 10},
+      {"et-332.log", 175, 0, 0},
+      {"firefly-II.log", 69, 46, 0},
+      {"garmin-10x.log", 88, 84, 14},
+      {"gp-320fw-2019-04-07-coldboot.log", 136, 91, 10},
+      {"gpsdf.log", 4503, 1455, 51},
+      {"hp58534a.log", 13, 0, 0},
+      {"iTrek.log", 105, 1, 0},
+      {"mtk-3301.log", 70, 0, 0},
+      {"myguide-3100.log", 100, 100, 13},
+      {"nmea-rtk.log", 244, 244, 122},
+      {"quectel-l76k-nmea.log", 2280, 0, 0},
+      {"skytraq-PX1172RH_DS.log", 201, 195, 9},
+      {"skytraq-dgps.log", 1024, 0, 0},
+      {"st-teseo-liv4f.log", 330, 0, 0},
+      {"telit-he910.log", 1558, 0, 0},
+      {"telit-pls83-w.log", 225, 225, 20},
+      {"ublox-8.log", 1009, 1008, 72},
+      {"unicore-um621.log", 882, 882, 20},
+  };
+  std::size_t files = 0;
+  for (const auto& entry : std::filesystem::directory_iterator(GC40_NMEA_CAPTURES))
+    files += entry.path().extension() == ".log";
+  EXPECT_EQ(files, std::size(totals));
+  for (const auto& [name, lines, valid, fixes] : totals) {
+    const std::string bytes = capture(name);
+    const std::vector<Handled> whole = handle(bytes, 0);
+    ASSERT_EQ(whole.size(), lines) << name;
+    const auto count = [&](auto is) { return std::count_if(whole.begin(), whole.end(), is); };
+    EXPECT_EQ(count([](auto& h) { return h.valid; }), std::ptrdiff_t(valid)) << name;
+    // Recorded throughout: every valid GGA counts.
+    EXPECT_EQ(count([](auto& h) { return h.shown.fixCount.has_value(); }), fixes) << name;
+    for (const std::size_t maxChunk : {1, 300}) {
+      const std::vector<Handled> chunked = handle(bytes, maxChunk, files++);
+      const auto differ = std::mismatch(whole.begin(), whole.end(), chunked.begin(), chunked.end());
+      EXPECT_TRUE(differ.first == whole.end() && differ.second == chunked.end())
+          << name << " in chunks of up to " << maxChunk << ", line "
+          << differ.first - whole.begin();
+    }
+  }
+}
+
+// Lines whose verdicts and values were worked out by hand from the files.
+TEST(GpsCaptures, LinesCheckedByHand) {
+  using S = GpsFieldsShown;
+  const std::tuple<const char*, std::string, bool, GpsFieldsShown> lines[] = {
+      {"garmin-10x.log",
+       "$GPGGA,165010.000,4143.6057,N,08338.0788,W,6,00,50.0,203.8,M,-33.7,M,,0000*5D", true,
+       S{.activity = "\\", .fixCount = "4    ", .satellites = " 0", .fix = ""}},
+      {"garmin-10x.log", "$GPGSA,A,1,,,,,,,,,,,,,,,*1E", true, S{.pdop = "0.0 "}},
+      // A comment line ends in a bare line feed: its last letter goes too.
+      {"garmin-10x.log", "# Some duplicative sentences with 2D fixes were removed her", false, S{}},
+      {"gp-320fw-2019-04-07-coldboot.log",
+       "$GPGGA,000343.03,4808.9993,N,01135.0798,E,1,04,01.4,00460.0,M,0046.2,M,,*56", true,
+       S{.activity = "/", .fixCount = "1    ", .satellites = " 4", .fix = "AGPS"}},
+      {"gp-320fw-2019-04-07-coldboot.log", "$GPGSA,A,3,20,,,,13,31,,04,,,,,02.7,01.4,02.3*05", true,
+       S{.pdop = "2.7 "}},
+      {"gp-320fw-2019-04-07-coldboot.log", "$GPRMC,000346.03,A,4808", false, S{}},  // NULs
+      {"gp-320fw-2019-04-07-coldboot.log", "$GPGSA,A,1,,,,,,,,,,,,,,,*1E*43", false,
+       S{.pdop = "??"}},
+      {"gp-320fw-2019-04-07-coldboot.log", "$PLCS,REV,PLN012054S07,070312,145743", false, S{}},
+      {"iTrek.log", "$GPGSA,A,1,,,,*3", false, S{.pdop = "??"}},
+  };
+  for (const auto& [name, text, valid, shown] : lines) {
+    const std::vector<Handled> handled = handle(capture(name), 0);
+    const auto h =
+        std::find_if(handled.begin(), handled.end(), [&](auto& h) { return h.text == text; });
+    ASSERT_NE(h, handled.end()) << text;
+    EXPECT_EQ(std::pair(h->valid, h->shown), std::pair(valid, shown)) << text;
+  }
 }
 
 }  // namespace

@@ -34,8 +34,8 @@ struct Bench {
     context.settings.gpsEnabled = 1;
     window.show();
     SerialPortOpening opening = openGpsPort(context.settings, context.ports);
-    opened = opening.port != nullptr;
-    if (opened) monitor.startReader(std::move(opening.port));
+    EXPECT_TRUE(opening.port) << opening.failure.toStdString();
+    if (opening.port) monitor.startReader(std::move(opening.port));
     monitor.showOverMainWindow();
   }
   ~Bench() { close(receiver); }
@@ -76,7 +76,6 @@ struct Bench {
   std::uint32_t now = 0xFFFFF000u;  // the tick counter wraps during a test
   MonitorGpsWindow monitor{context, &window, 1, [this] { return now; }};
   int receiver = -1;
-  bool opened = false;
 };
 
 class MonitorGpsTest : public ::testing::Test {
@@ -84,40 +83,51 @@ class MonitorGpsTest : public ::testing::Test {
   TestApplication<QApplication> application;
 };
 
+// In both shapes; leaves monitor_gps_<shape>.png in the tests' build folder.
 TEST_F(MonitorGpsTest, ListsLinesInViewPausesAndExitsOnX) {
-  Bench bench(Orientation::kLandscape);
-  ASSERT_TRUE(bench.opened);
-  EXPECT_EQ(bench.monitor.geometry(), bench.window.rect());
-  EXPECT_EQ(bench.goOrPause(), "Pause");
-  std::string burst = "junk$GPGGA,0";  // "$" restarts the line
-  for (int i = 1; i <= 30; ++i) burst += "\r\n$GPGGA," + std::to_string(i);
-  bench.receive(burst + "\r\n$GPRMC,unfinished");
-  ASSERT_EQ(bench.lines().size(), 31);
-  EXPECT_EQ(bench.lines().front(), "$GPGGA,0");
-  EXPECT_EQ(bench.lines().back(), "$GPGGA,30");
-  QListWidget* list = bench.list();
-  EXPECT_TRUE(list->viewport()->rect().contains(list->visualItemRect(list->item(30))));
+  for (const Orientation shape : {Orientation::kPortrait, Orientation::kLandscape}) {
+    Bench bench(shape);
+    EXPECT_EQ(bench.monitor.geometry(), bench.window.rect());
+    EXPECT_EQ(bench.goOrPause(), "Pause");
+    std::string burst = "junk$GPGGA,0";  // "$" restarts the line
+    for (int i = 1; i <= 30; ++i) burst += "\r\n$GPGGA," + std::to_string(i);
+    bench.receive(burst + "\r\n$GPRMC,unfinished");
+    ASSERT_EQ(bench.lines().size(), 31);
+    EXPECT_EQ(bench.lines().front(), "$GPGGA,0");
+    EXPECT_EQ(bench.lines().back(), "$GPGGA,30");
+    QListWidget* list = bench.list();
+    EXPECT_TRUE(list->viewport()->rect().contains(list->visualItemRect(list->item(30))));
+    for (const int id : {kGpsGoId, kGpsPauseId, kGpsSendId, kGpsExitId}) {
+      QPushButton* button = bench.button(id);
+      const QString shown = QString(button->text()).remove('&');
+      EXPECT_GE(button->width(), button->fontMetrics().horizontalAdvance(shown) + 8) << id;
+      EXPECT_TRUE(bench.monitor.rect().contains(button->geometry())) << id;
+      EXPECT_FALSE(button->geometry().intersects(list->geometry())) << id;
+    }
+    const QString name = shape == Orientation::kPortrait ? "portrait" : "landscape";
+    EXPECT_TRUE(bench.window.grab().toImage().save(
+        QStringLiteral(GC40_TEST_OUTPUT_DIR "/monitor_gps_%1.png").arg(name)));
 
-  bench.button(kGpsPauseId)->click();
-  EXPECT_EQ(bench.goOrPause(), "Go");
-  bench.receive("$GPGGA,while paused\r\n");
-  bench.button(kGpsGoId)->click();
-  EXPECT_EQ(bench.goOrPause(), "Pause");
-  bench.receive("$GPRMC,after\r\n");
-  EXPECT_EQ(bench.lines().mid(31), QStringList{"$GPRMC,after"});
+    bench.button(kGpsPauseId)->click();
+    EXPECT_EQ(bench.goOrPause(), "Go");
+    bench.receive("$GPGGA,while paused\r\n");
+    bench.button(kGpsGoId)->click();
+    EXPECT_EQ(bench.goOrPause(), "Pause");
+    bench.receive("$GPRMC,after\r\n");
+    EXPECT_EQ(bench.lines().mid(31), QStringList{"$GPRMC,after"});
 
-  bench.button(kGpsPauseId)->click();
-  QTest::keyClick(&bench.monitor, Qt::Key_X);
-  EXPECT_FALSE(bench.monitor.isVisible());
-  EXPECT_EQ(bench.goOrPause(), "Pause");
-  pollfd receiver{bench.receiver, POLLIN, 0};
-  ASSERT_EQ(poll(&receiver, 1, 1000), 1);
-  EXPECT_TRUE(receiver.revents & POLLHUP);  // the port is closed
+    bench.button(kGpsPauseId)->click();
+    QTest::keyClick(&bench.monitor, Qt::Key_X);
+    EXPECT_FALSE(bench.monitor.isVisible());
+    EXPECT_EQ(bench.goOrPause(), "Pause");
+    pollfd receiver{bench.receiver, POLLIN, 0};
+    ASSERT_EQ(poll(&receiver, 1, 1000), 1);
+    EXPECT_TRUE(receiver.revents & POLLHUP);  // the port is closed
+  }
 }
 
 TEST_F(MonitorGpsTest, SendWritesTheTypedLineAndResumesEvenWhenPaused) {
   Bench bench(Orientation::kLandscape);
-  ASSERT_TRUE(bench.opened);
   bench.button(kGpsPauseId)->click();
   const auto sendVia = [&](std::function<void(QDialog*)> drive) {
     ModalScript script({onDialog(std::move(drive))}, 5000);
@@ -147,7 +157,6 @@ TEST_F(MonitorGpsTest, SendWritesTheTypedLineAndResumesEvenWhenPaused) {
 
 TEST_F(MonitorGpsTest, NoDataAfterMoreThanSevenSilentSecondsWhileRunning) {
   Bench bench(Orientation::kLandscape);
-  ASSERT_TRUE(bench.opened);
   const auto after = [&](std::uint32_t ms) {
     bench.now += ms;
     QTest::qWait(500);  // two checks or more
@@ -161,28 +170,6 @@ TEST_F(MonitorGpsTest, NoDataAfterMoreThanSevenSilentSecondsWhileRunning) {
   EXPECT_EQ(after(1).back(), "NO DATA");
   bench.button(kGpsPauseId)->click();
   EXPECT_EQ(after(60000).size(), 3);
-}
-
-// Leaves monitor_gps_<shape>.png in the tests' build folder.
-TEST_F(MonitorGpsTest, LooksRightInBothShapes) {
-  for (const Orientation shape : {Orientation::kPortrait, Orientation::kLandscape}) {
-    Bench bench(shape);
-    bench.receive(
-        "$GPGGA,123519.00,4807.0381,N,01131.0004,E,1,08,0.9,545.4,M,46.9,M,,*47\r\n"
-        "$GPRMC,123519.00,A,4807.0381,N,01131.0004,E,022.4,084.4,230394,003.1,W*6A\r\n"
-        "$GPGSA,A,3,04,05,,09,12,,,24,,,,,2.5,1.3,2.1*39\r\n");
-    EXPECT_EQ(bench.lines().size(), 3);
-    for (const int id : {kGpsGoId, kGpsPauseId, kGpsSendId, kGpsExitId}) {
-      QPushButton* button = bench.button(id);
-      const QString shown = QString(button->text()).remove('&');
-      EXPECT_GE(button->width(), button->fontMetrics().horizontalAdvance(shown) + 8) << id;
-      EXPECT_TRUE(bench.monitor.rect().contains(button->geometry())) << id;
-      EXPECT_FALSE(button->geometry().intersects(bench.list()->geometry())) << id;
-    }
-    const QString name = shape == Orientation::kPortrait ? "portrait" : "landscape";
-    EXPECT_TRUE(bench.window.grab().toImage().save(
-        QStringLiteral(GC40_TEST_OUTPUT_DIR "/monitor_gps_%1.png").arg(name)));
-  }
 }
 
 }  // namespace

@@ -31,25 +31,5 @@ TEST(PortSettings, InstrumentLineIsFixedGpsLineFollowsTheSettings) {
                      std::nullopt, 10}));
 }
 
-TEST(PortSettings, PortNamesMapThroughThePortMapAndAttemptsStopAtTheLimit) {
-  Settings settings;
-  settings.gpsPort = 11;
-  const PortMap ports = defaultPortMap();
-  const auto target = [](const SerialPortTarget& t) { return t.name + " " + t.devicePath; };
-  EXPECT_EQ(target(instrumentPortTarget(settings, ports)), "COM1: /dev/ttyUSB0");
-  EXPECT_EQ(target(gpsPortTarget(settings, ports)), "COM12: /dev/ttyUSB11");
-  settings.gpsPort = 12;
-  EXPECT_EQ(target(gpsPortTarget(settings, ports)), "COM13: ");
-
-  for (const auto& [attempts, succeedsOn, result, calls] :
-       {std::tuple{10, 4, std::optional<int>(4), 4},
-        {10, 0, std::nullopt, 10},
-        {1, 2, std::nullopt, 1}}) {
-    int made = 0;
-    EXPECT_EQ(openWithAttempts(attempts, [&] { return ++made == succeedsOn; }), result);
-    EXPECT_EQ(made, calls);
-  }
-}
-
 }  // namespace
 }  // namespace gc40

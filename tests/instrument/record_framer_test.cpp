@@ -1,11 +1,21 @@
+// Records framed from the instrument's byte stream, and captured streams
+// with the readings the logger must take from them (see data/README.md).
+
 #include "instrument/record_framer.h"
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
 #include <functional>
 #include <random>
 #include <string>
 #include <vector>
+
+#include "base/number_text.h"
+#include "instrument/reading_decoder.h"
+#include "support/temp_folder.h"
 
 namespace gc40 {
 namespace {
@@ -124,6 +134,47 @@ TEST(RecordFramer, AnySplitOfTheStreamFramesTheSame) {
     EXPECT_EQ(runs[0].readings, runs[1].readings) << seed;
     EXPECT_EQ(runs[0].link, runs[1].link) << seed;
   }
+}
+
+// The readings a capture gives with one record per reading, and with three,
+// where a malformed line takes a place of its own: each record with printable
+// ASCII as it is and anything else as \xHH, and its decoded values.
+std::string readingsFrom(std::string_view capture) {
+  std::string readings;
+  for (const std::int32_t recordsPerReading : {1, 3}) {
+    readings += "records per reading " + formatInteger(recordsPerReading) + ":\n";
+    Feeder run(recordsPerReading);
+    run.onReading = [&] {
+      readings += '"';
+      for (const unsigned char byte : run.link.record()) {
+        char hex[5];
+        std::snprintf(hex, sizeof hex, "\\x%02X", byte);
+        readings += byte >= 0x20 && byte < 0x7F && byte != '\\' ? std::string(1, char(byte)) : hex;
+      }
+      FiledValues filed;
+      const DecodedReading r = decodeInstrumentRecord(run.link.record(), Settings{}, filed);
+      readings += "\" conductivity " + formatFixed(r.conductivity, 6) + " inphase " +
+                  formatFixed(r.inphase, 6) + " dipole " + r.dipole + " range " +
+                  formatInteger(r.range) + " mark " + r.mark + " channel " +
+                  formatInteger(r.channelFlag) + "\n";
+    };
+    run.feed(capture);
+  }
+  return readings;
+}
+
+TEST(InstrumentCaptures, GiveTheirCheckedReadings) {
+  const bool regenerate = std::getenv("GC40_REGENERATE_CHK") != nullptr;
+  int captures = 0;
+  for (const auto& entry : std::filesystem::directory_iterator(GC40_CAPTURES_DIR)) {
+    if (entry.path().extension() != ".raw") continue;
+    ++captures;
+    const std::string readings = readingsFrom(testing::readBytes(entry.path()));
+    const std::filesystem::path check = entry.path().string() + ".chk";
+    if (regenerate) testing::writeBytes(check, readings);
+    EXPECT_EQ(readings, testing::readBytes(check)) << entry.path();
+  }
+  EXPECT_GE(captures, 2);
 }
 
 }  // namespace

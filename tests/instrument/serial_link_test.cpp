@@ -13,7 +13,6 @@
 #include "instrument/serial_ports.h"
 #include "platform/raw_capture.h"
 #include "support/child_process.h"
-#include "support/modal_script.h"
 #include "support/temp_folder.h"
 #include "support/test_application.h"
 
@@ -26,24 +25,6 @@ constexpr int kRecordBytes = 13;  // 12 + CR
 // Idle CPU allowed over one second; a port spinning on errors uses all of it.
 constexpr auto kIdleCpu = 250ms;
 
-struct SimulatedInstrument {
-  explicit SimulatedInstrument(const std::filesystem::path& folder,
-                               std::vector<std::string> options)
-      : link((folder / "instrument").string()), process(GC40_SIM_BINARY, [&] {
-          options.insert(options.begin(), {"--link", link, "--pattern", "sequence"});
-          return options;
-        }()) {}
-
-  bool ready() { return process.readLine(10s) == "gc40-sim: ready " + link; }
-
-  std::string link;
-  testing::ChildProcess process;
-};
-
-std::int32_t sequenceNumber(std::string_view record) {
-  return parseIntegerPrefix(record.substr(2, 5));
-}
-
 std::chrono::microseconds cpuWhileIdle() {
   const auto before = testing::cpuTime();
   QTest::qWait(1000);
@@ -52,17 +33,25 @@ std::chrono::microseconds cpuWhileIdle() {
 
 class SerialLink : public ::testing::Test {
  protected:
+  // gc40-sim in sequence mode on the instrument's port, COM1:.
+  void startInstrument(std::vector<std::string> options) {
+    options.insert(options.begin(), {"--link", path, "--pattern", "sequence"});
+    sim.emplace(GC40_SIM_BINARY, options);
+    ASSERT_EQ(sim->readLine(10s), "gc40-sim: ready " + path);
+    ports.paths[0] = path;
+  }
+
   testing::TestApplication<QApplication> application;
   testing::TempFolder folder;
-  Settings settings;  // instrument on COM1:
+  const std::string path = (folder.path() / "instrument").string();
+  std::optional<testing::ChildProcess> sim;
+  Settings settings;
   PortMap ports;
   InstrumentLink link;
 };
 
 TEST_F(SerialLink, EveryRecordArrivesInOrderAndIsCaptured) {
-  SimulatedInstrument instrument(folder.path(), {"--period", "0", "--count", "100000"});
-  ASSERT_TRUE(instrument.ready());
-  ports.paths[0] = instrument.link;
+  ASSERT_NO_FATAL_FAILURE(startInstrument({"--period", "0", "--count", "100000"}));
   SerialPortOpening opening = openInstrumentPort(settings, ports);
   ASSERT_TRUE(opening.port) << opening.failure.toStdString();
   const LocalTime start{2026, 11, 21, 9, 5, 7};
@@ -73,8 +62,8 @@ TEST_F(SerialLink, EveryRecordArrivesInOrderAndIsCaptured) {
 
   std::vector<std::int32_t> readings;
   InstrumentReader reader(
-      std::move(opening.port), link, [&] { readings.push_back(sequenceNumber(link.record())); },
-      &*capture);
+      std::move(opening.port), link,
+      [&] { readings.push_back(parseIntegerPrefix(link.record().substr(2, 5))); }, &*capture);
   link.recordsPerReading = 4;
   reader.start();
   EXPECT_TRUE(QTest::qWaitFor([&] { return readings.size() >= 25000; }, 120000));
@@ -90,7 +79,7 @@ TEST_F(SerialLink, EveryRecordArrivesInOrderAndIsCaptured) {
 
   // The other end going away closes the port instead of spinning on errors.
   QSignalSpy closed(&reader, &InstrumentReader::portClosed);
-  instrument.process.stop();
+  sim->stop();
   EXPECT_TRUE(closed.wait(5000));
   EXPECT_FALSE(reader.isOpen());
   EXPECT_LT(cpuWhileIdle(), kIdleCpu);
@@ -99,14 +88,12 @@ TEST_F(SerialLink, EveryRecordArrivesInOrderAndIsCaptured) {
 // While the port is held the instrument gives up at once and the GPS after
 // its tries; a stop from inside the reading handler frees it at once.
 TEST_F(SerialLink, OpenFailuresNameThePortAndAStopInsideTheHandlerFreesIt) {
-  SimulatedInstrument instrument(folder.path(), {"--period", "0"});
-  ASSERT_TRUE(instrument.ready());
-  ports.paths[0] = instrument.link;
+  ASSERT_NO_FATAL_FAILURE(startInstrument({"--period", "0"}));
   SerialPortOpening first = openInstrumentPort(settings, ports);
   ASSERT_TRUE(first.port) << first.failure.toStdString();
   const SerialPortOpening busy = openInstrumentPort(settings, ports);
   EXPECT_TRUE(!busy.port &&
-              busy.failure.startsWith(QString::fromStdString("COM1: (" + instrument.link + "): ")))
+              busy.failure.startsWith(QString::fromStdString("COM1: (" + path + "): ")))
       << busy.failure.toStdString();
   settings.gpsPort = 0;
   EXPECT_FALSE(openGpsPort(settings, ports).port);
@@ -121,20 +108,8 @@ TEST_F(SerialLink, OpenFailuresNameThePortAndAStopInsideTheHandlerFreesIt) {
   EXPECT_EQ(handled, 50);
   EXPECT_FALSE(reader.isOpen());
   EXPECT_TRUE(openGpsPort(settings, ports).port);
-
   settings.instrumentPort = 12;
   EXPECT_EQ(openInstrumentPort(settings, ports).failure, "COM13: (not in the port map)");
-  settings.instrumentPort = 1;
-  ports.paths[1] = (folder.path() / "nothing-here").string();
-  const SerialPortOpening missing = openInstrumentPort(settings, ports);
-  EXPECT_FALSE(missing.port);
-  QString caption, text, details;
-  testing::ModalScript script({testing::acknowledgeMessageBox(&caption, &text, &details)});
-  showSerialPortFailure(nullptr, kCannotOpenInstrumentPort, missing.failure);
-  EXPECT_EQ(std::pair(caption, text),
-            std::pair(QString("Serial Port"), QString("Cannot open GC40 port")));
-  EXPECT_TRUE(details.startsWith(QString::fromStdString("COM2: (" + ports.paths[1] + "): ")))
-      << details.toStdString();
 }
 
 }  // namespace

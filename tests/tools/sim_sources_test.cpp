@@ -1,0 +1,188 @@
+// What the simulator sends, the instrument's records and the GPS receiver's
+// lines, and the command line that chooses them.
+
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <set>
+#include <vector>
+
+#include "base/number_text.h"
+#include "gc40-sim/instrument_records.h"
+#include "gc40-sim/nmea_replay.h"
+#include "gc40-sim/nmea_walker.h"
+#include "gc40-sim/sim_options.h"
+#include "gps/nmea.h"
+
+namespace gc40 {
+namespace {
+
+using namespace std::chrono;
+using namespace std::string_literals;
+
+using Records = std::vector<std::string>;
+
+Records take(const InstrumentOptions& options, int count) {
+  InstrumentStream stream = startInstrumentStream(options);
+  Records records;
+  while (std::ssize(records) < count) records.push_back(nextInstrumentChunk(stream).value().bytes);
+  return records;
+}
+
+TEST(InstrumentRecords, EachPatternSendsItsValuesInFiveCharacters) {
+  std::string fields;
+  for (const std::int64_t value : {0L, 42L, -120L, 100000L, -10000L, INT64_MAX, INT64_MIN})
+    fields += formatValueField(value) + ' ';
+  EXPECT_EQ(fields, "00000 00042 -0120 99999 -9999 99999 -9999 ");
+  // Constant sends both texts, made to fit their fields when given in code.
+  EXPECT_EQ(
+      take({.pattern = ValuePattern::kConstant, .firstValue = "1.5", .secondValue = "1234567"}, 2),
+      (Records{"T   1.512345\r", "T   1.512345\r"}));
+  EXPECT_EQ(take({.pattern = ValuePattern::kRamp, .firstValue = "99998"}, 4),
+            (Records{"T 9999800040\r", "T 9999900040\r", "T -999900040\r", "T -999800040\r"}));
+  const Records wrapping =
+      take({.pattern = ValuePattern::kSequence, .secondValue = "00007"}, 100001);
+  EXPECT_EQ(wrapping[0] + wrapping[99999] + wrapping[100000],
+            "T 0000000007\rT 9999900007\rT 0000000007\r");
+}
+
+TEST(InstrumentRecords, PressesJunkAndLineFeedsLeaveEveryRecordReadable) {
+  const InstrumentOptions clean{.status = 33, .triggerEvery = 10, .triggerLength = 3};
+  InstrumentOptions noisy = clean;
+  noisy.junkEvery = 3;
+  noisy.lineFeed = true;
+  const Records cleanRecords = take(clean, 40), noisyRecords = take(noisy, 40);
+  const std::set<std::size_t> pressed{10, 11, 12, 20, 21, 22, 30, 31, 32};
+  for (std::size_t i = 0; i < noisyRecords.size(); ++i) {
+    const std::size_t junk = noisyRecords[i].size() - 14;
+    EXPECT_TRUE(i % 3 == 0 && i > 0 ? junk >= 1 && junk <= 8 : junk == 0) << i;
+    EXPECT_EQ(noisyRecords[i].find('\r'), junk + 12) << i;  // never a CR in the junk
+    EXPECT_EQ(noisyRecords[i].substr(junk), cleanRecords[i] + '\n') << i;
+    EXPECT_EQ(static_cast<std::uint8_t>(cleanRecords[i][1]), pressed.contains(i) ? 97 : 33) << i;
+  }
+}
+
+TEST(InstrumentRecords, GapsFollowThePeriodTheDropoutsAndTheCount) {
+  InstrumentStream stream = startInstrumentStream(
+      {.period = milliseconds(91), .dropoutEvery = 4, .dropout = milliseconds(2500), .count = 10});
+  std::vector<milliseconds::rep> gaps;
+  while (std::optional<Chunk> chunk = nextInstrumentChunk(stream))
+    gaps.push_back(chunk->gapAfter.count());
+  EXPECT_EQ(gaps, (std::vector<milliseconds::rep>{91, 91, 91, 2591, 91, 91, 91, 2591, 91, 91}));
+}
+
+// Bursts at 23:59:50.00, .50, .55, 59.90 and after midnight, among lines with
+// no time, junk with a NUL and a last piece without a line feed.
+const std::string kCapture =
+    "$GPGSV,1,1,01,07,79,048,42*4B\r\n"
+    "$GPGGA,235950.00,4916.45,N,12311.12,W,1,08,0.9,545.4,M,46.9,M,,*4C\r\n"
+    "\0\x81junk,235951\r\n"s
+    "$GPRMC,235950,A,4916.45,N,12311.12,W,000.5,054.7,191194,020.3,E*68\r\n"
+    "$GNGGA,235950.50,4916.45,N,12311.12,W,1,08,0.9,545.4,M,46.9,M,,*4C\r\n"
+    "$GPGLL,4916.45,N,12311.12,W,235950.55,A*2C\n"
+    "$GPZDA,235959.90,20,11,2026,00,00*4E\n"
+    "$GPGGA,000000.00,4916.45,N,12311.12,W,1,08,0.9,545.4,M,46.9,M,,*4C\n"
+    "$GPGSA,A,3,04";
+
+// The pieces sent (at most 20) as one string with a '|' after each, and the gaps.
+std::pair<std::string, std::vector<milliseconds::rep>> replay(const NmeaReplayOptions& options) {
+  NmeaReplay replay = startNmeaReplay(kCapture, options);
+  std::pair<std::string, std::vector<milliseconds::rep>> sent;
+  for (int i = 0; i < 20; ++i) {
+    const std::optional<Chunk> chunk = nextNmeaChunk(replay);
+    if (!chunk) break;
+    sent.first += chunk->bytes + "|";
+    sent.second.push_back(chunk->gapAfter.count());
+  }
+  return sent;
+}
+
+TEST(NmeaReplay, SendsEachLineAsItIsAtTheCapturesOwnPaceOrAFixedOne) {
+  std::string pieces = kCapture;
+  for (std::size_t at = 0; (at = pieces.find('\n', at)) != std::string::npos; at += 2)
+    pieces.insert(at + 1, "|");
+  const auto [once, gaps] = replay({});
+  EXPECT_EQ(once, pieces + "|");
+  // Same time: back to back; then +500 ms, +50 ms (at least 100), +9.35 s (at
+  // most 2 s), and backwards over midnight (a second).
+  EXPECT_EQ(gaps, (std::vector<milliseconds::rep>{0, 0, 0, 500, 100, 2000, 1000, 0, 0}));
+
+  // Looping, the start comes again after the last piece; at its own pace its
+  // first time, 23:59:50, lies after the last one's: at most 2 s.
+  const auto [looped, loopGaps] = replay({.file = {}, .period = std::nullopt, .loop = true});
+  EXPECT_EQ(looped.substr(0, pieces.size() + 1), pieces + "|");
+  EXPECT_EQ(loopGaps[9], 2000);
+  const auto [fixed, fixedGaps] = replay({.file = {}, .period = milliseconds(250), .loop = true});
+  EXPECT_EQ(fixed, looped);
+  EXPECT_EQ(fixedGaps, std::vector<milliseconds::rep>(20, 250));
+}
+
+TEST(NmeaWalker, EverySecondAValidFixThatWalksOnAtWalkingPace) {
+  // Each second's GGA, GSA and RMC, each with a good checksum and CR LF.
+  NmeaWalker walker = startNmeaWalker(std::chrono::sys_days(2026y / 11 / 21) + 23h + 59min + 59s);
+  std::vector<std::string> sentences;
+  for (int second = 0; second < 11; ++second) {
+    const Chunk chunk = nextWalkerChunk(walker);
+    EXPECT_EQ(chunk.gapAfter, 1s);
+    for (std::size_t start = 0, end; (end = chunk.bytes.find("\r\n", start)) != std::string::npos;
+         start = end + 2) {
+      sentences.push_back(chunk.bytes.substr(start, end - start));
+      EXPECT_TRUE(nmeaChecksumValid(sentences.back())) << sentences.back();
+    }
+    ASSERT_EQ(sentences.size(), 3u * (second + 1)) << chunk.bytes;
+  }
+  const auto field = [&](int sentence, int n) {
+    return std::string(getField(sentences[sentence], n).value_or("(none)"));
+  };
+  EXPECT_EQ(field(0, 1) + field(0, 2) + ' ' + field(0, 7) + ' ' + field(0, 8),
+            "$GPGGA235959.00 1 08");
+  EXPECT_EQ(field(1, 1) + ' ' + field(1, 16), "$GPGSA 1.8");
+  EXPECT_EQ(field(2, 1) + field(2, 2) + field(2, 3) + field(2, 10), "$GPRMC235959.00A211126");
+  // Past midnight the time and the date go on.
+  EXPECT_EQ(field(3, 2) + ' ' + field(5, 10), "000000.00 221126");
+  // Ten seconds at 1.4 m/s, 30 degrees east of north: some 12 m north.
+  const double minutesNorth =
+      parseDecimalPrefix(field(30, 3).substr(2)) - parseDecimalPrefix(field(0, 3).substr(2));
+  EXPECT_NEAR(minutesNorth * 1852, 12.1, 0.5);
+  EXPECT_NE(field(30, 5), field(0, 5));
+}
+
+using Arguments = std::vector<std::string_view>;
+
+TEST(SimOptions, ValueTextsAndSecondsAreTakenAsWritten) {
+  const auto parsed = parseSimOptions(
+      Arguments{"--link=/tmp/gc40", "--values", "12,50,-0.56", "--dropout-seconds=0.25"});
+  ASSERT_TRUE(std::holds_alternative<SimOptions>(parsed));
+  const InstrumentOptions& instrument = std::get<SimOptions>(parsed).instrument;
+  // A comma inside a value is the value's own.
+  EXPECT_EQ(instrument.firstValue + " " + instrument.secondValue, "12,50 -0.56");
+  EXPECT_EQ(instrument.dropout.count(), 250);
+
+  // The GPS receiver alone: the meter's link may be left out.
+  const auto gps = parseSimOptions(
+      Arguments{"--gps-link", "/tmp/gps", "--nmea=a b.log", "--nmea-period=0", "--loop"});
+  ASSERT_TRUE(std::holds_alternative<SimOptions>(gps)) << std::get<SimOptionsError>(gps).message;
+  const SimOptions& options = std::get<SimOptions>(gps);
+  EXPECT_EQ(
+      options.link.string() + "|" + options.gpsLink.string() + "|" + options.nmea.file.string(),
+      "|/tmp/gps|a b.log");
+  EXPECT_EQ(options.nmea.period, 0ms);
+  EXPECT_TRUE(options.nmea.loop);
+}
+
+TEST(SimOptions, WrongCommandLinesAreRefusedWithTheReason) {
+  for (const auto& [arguments, reason] : std::vector<std::pair<Arguments, std::string_view>>{
+           {{}, "at least one of --link PATH and --gps-link PATH is required"},
+           {{"--link", "x", "--gps-link", "x"}, "paths of their own"},
+           {{"--gps-link", "g", "--loop"}, "--nmea-period and --loop go with --nmea"},
+           {{"--link", "x", "--values", "-0120,0004\r"}, "exactly 5 printable"},
+           {{"--link", "x", "--verbose"}, "unknown option '--verbose'"}}) {
+    const auto parsed = parseSimOptions(arguments);
+    const auto* error = std::get_if<SimOptionsError>(&parsed);
+    ASSERT_NE(error, nullptr) << reason;
+    EXPECT_NE(error->message.find(reason), std::string::npos) << error->message;
+  }
+}
+
+}  // namespace
+}  // namespace gc40
