@@ -2,7 +2,6 @@
 
 #include <clocale>
 #include <cmath>
-#include <cstdint>
 #include <cstdio>
 #include <random>
 
@@ -35,12 +34,10 @@ TEST(NumberText, FixedFormattingMatchesPrintfInTheCLocale) {
 
 // Overflow, NaN and infinity from damaged files are covered with the settings file.
 TEST(NumberText, ParsingReadsLikeTheCLibrary) {
-  for (const auto& [text, value] : {std::pair{"  12.5abc", 12.5},
-                                    {"\t-0.5e1x", -5.0},
-                                    {"+.25", 0.25},
-                                    {"abc", 0.0},
-                                    {"0x10", 0.0},
-                                    {"1,5", 1.0}}) {
+  using Case = std::pair<const char*, double>;
+  for (const auto& [text, value] :
+       {Case{"  12.5abc", 12.5}, Case{"\t-0.5e1x", -5.0}, Case{"+.25", 0.25}, Case{"abc", 0.0},
+        Case{"0x10", 0.0}, Case{"1,5", 1.0}}) {
     EXPECT_EQ(parseDecimalPrefix(text), value) << text;
   }
   EXPECT_EQ(parseDecimalPrefix(u" 47.5\u00b0"), 47.5);
