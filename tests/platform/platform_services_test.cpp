@@ -1,5 +1,5 @@
-// The machine services gc40 takes from the desktop: clocks, one copy per
-// storage root, and keeping the screen awake.
+// The machine services gc40 takes from the desktop: clocks, the port map, one
+// copy per storage root, and keeping the screen awake.
 
 #include <gtest/gtest.h>
 
@@ -8,10 +8,12 @@
 #include <QTest>
 #include <chrono>
 #include <ctime>
+#include <sstream>
 #include <thread>
 
 #include "platform/clock.h"
 #include "platform/keep_alive.h"
+#include "platform/port_map.h"
 #include "platform/single_instance.h"
 #include "support/child_process.h"
 #include "support/temp_folder.h"
@@ -33,6 +35,36 @@ TEST(Clock, TicksCountMillisecondsAndLocalTimeIsNow) {
   const LocalTime local = platform::localTimeNow();
   EXPECT_EQ(std::pair(local.year, local.day), std::pair(expected.tm_year + 1900, expected.tm_mday));
   EXPECT_TRUE(local.millisecond >= 0 && local.millisecond < 1000);
+}
+
+// Comments, blank lines, spaces and either case are allowed and the later line
+// wins; each bad line is named and leaves its port at the default.
+TEST(PortMap, EditedFileIsReadAndEachBadLineNamed) {
+  const ParsedPortMap parsed = parsePortMap(
+      "# my tablet\r\nCOM1:=/dev/ttyS0\r\n\r\n  com12: = /dev/serial/by-id/usb-GPS if00  \r\n"
+      "COM13:=/dev/ttyUSB3\nCOM3:=\n; old\nCOM2:/dev/ttyACM0\nCOM2=/dev/ttyACM0\nCOM2:=/dev/x");
+  const auto& paths = parsed.map.paths;
+  EXPECT_EQ(std::tuple(paths[0], paths[11], paths[1], paths[2]),
+            std::tuple("/dev/ttyS0", "/dev/serial/by-id/usb-GPS if00", "/dev/x", "/dev/ttyUSB2"));
+  ASSERT_EQ(parsed.problems.size(), 3u);
+  EXPECT_EQ(std::tuple(parsed.problems[0].lineNumber, parsed.problems[0].line,
+                       parsed.problems[2].lineNumber),
+            std::tuple(5, "COM13:=/dev/ttyUSB3", 8));
+  EXPECT_EQ(std::pair(parseComPortName("COM0:"), parseComPortName("COM1x")),
+            std::pair(std::optional<int>(), std::optional<int>()));
+}
+
+TEST(PortMap, FileIsCreatedOnFirstRunAndMalformedLinesReported) {
+  testing::TempFolder folder;
+  std::ostringstream warnings;
+  EXPECT_EQ(loadPortMap(folder.path(), warnings).paths, defaultPortMap().paths);
+  const std::string written = testing::readBytes(folder.path() / "PORTS.INI");
+  EXPECT_NE(written.find("\nCOM12:=/dev/ttyUSB11\n"), std::string::npos);
+  EXPECT_TRUE(parsePortMap(written).problems.empty());
+  testing::writeBytes(folder.path() / "PORTS.INI", written + "COM5 /dev/ttyS4\nCOM6:=/dev/S5\n");
+  EXPECT_EQ(loadPortMap(folder.path(), warnings).paths[5], "/dev/S5");
+  EXPECT_NE(warnings.str().find((folder.path() / "PORTS.INI:15:").string()), std::string::npos)
+      << warnings.str();
 }
 
 TEST(SingleInstance, TheSecondCopyOfARootRaisesTheFirstOtherRootsAreFree) {
