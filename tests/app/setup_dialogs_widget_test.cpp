@@ -69,7 +69,7 @@ TEST_P(SetupDialogWidgets, LoggerSetupListsPathAndOk) {
 
 // Monitor GPS Output stores without saving and ends with 1; OK stores and
 // saves. Over the main window the dialog takes the window's scale.
-TEST_P(SetupDialogWidgets, GpsPortMonitorCancelAndOk) {
+TEST_P(SetupDialogWidgets, GpsPortMonitorThenOk) {
   const int monitor = run(&runGpsPortSetup, context, {onDialog([&](QDialog* dialog) {
     checkLook(dialog, layout, "gps_port", "Set GPS Port",
               {{700, {"GPS Input", "Serial Port", "Baud Rate", "Parity", "Data Bits", "Stop Bits"}},
