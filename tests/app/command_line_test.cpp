@@ -17,22 +17,18 @@ TEST(CommandLine, OptionsInBothSpellingsAndErrorsThatNameTheArgument) {
                                            "--scale=3",       "--raw-log=/tmp/caps",   "--simulate",
                                            "--control"};
   const auto options = std::get<CommandLine>(parseCommandLine(args));
-  EXPECT_EQ(options.storage, std::filesystem::path("/media/card"));
-  EXPECT_EQ(options.portOverrides.at(1).path, "/tmp/gps");
-  EXPECT_EQ(options.orientation, Orientation::kPortrait);
-  EXPECT_EQ(options.scale, 3);
-  EXPECT_EQ(options.rawLogFolder, std::filesystem::path("/tmp/caps"));
-  EXPECT_TRUE(options.simulate && options.remoteControl);
+  EXPECT_EQ(
+      std::tuple(options.storage, options.portOverrides.at(1).path, options.orientation,
+                 options.scale, options.rawLogFolder, options.simulate, options.remoteControl),
+      std::tuple(std::filesystem::path("/media/card"), "/tmp/gps", Orientation::kPortrait, 3,
+                 std::filesystem::path("/tmp/caps"), true, true));
+  using Case = std::pair<std::vector<std::string_view>, std::string>;
   for (const auto& [bad, named] :
-       std::vector<std::pair<std::vector<std::string_view>, std::string>>{
-           {{"--storage"}, "--storage needs"},
-           {{"--port", "COM13=/x"}, "COM13=/x"},
-           {{"--scale", "9"}, "'9'"},
-           {{"--help", "extra"}, "unknown option 'extra'"}}) {
+       {Case{{"--storage"}, "--storage needs"}, Case{{"--port", "COM13=/x"}, "COM13=/x"},
+        Case{{"--scale", "9"}, "'9'"}, Case{{"--help", "extra"}, "unknown option 'extra'"}}) {
     const auto result = parseCommandLine(bad);
     const auto* error = std::get_if<CommandLineError>(&result);
-    ASSERT_NE(error, nullptr) << named;
-    EXPECT_NE(error->message.find(named), std::string::npos) << error->message;
+    EXPECT_TRUE(error && error->message.find(named) != std::string::npos) << named;
   }
 }
 
@@ -44,25 +40,22 @@ TEST(WindowGeometry, FullScreenOnSmallScreensElseAComfortableWholeScale) {
   EXPECT_EQ(chooseWindowScale(480, 272, portrait, 5), 5);
 }
 
-TEST(LoggerSetup, CommandLinePortsWinAndAFolderThatCannotBeMadeIsNamed) {
+// A storage or capture folder that cannot be made is named.
+TEST(LoggerSetup, AFolderThatCannotBeMadeIsNamed) {
   testing::TempFolder folder;
-  CommandLine options;
-  options.storage = folder.path();
-  options.portOverrides.push_back({2, "/tmp/instrument"});
-  std::ostringstream warnings;
-  const auto prepared = prepareLogger(options, nullptr, warnings);
-  EXPECT_EQ(std::get<LoggerContext>(prepared).ports.paths[2], "/tmp/instrument");
-
   testing::writeBytes(folder.path() / "file", "x");
-  options.storage = folder.path() / "file" / "GC40";
-  const auto blocked = prepareLogger(options, nullptr, warnings);
-  EXPECT_NE(std::get<SetupError>(blocked).message.find((folder.path() / "file").string()),
-            std::string::npos);
-
-  options.storage = folder.path();
-  options.rawLogFolder = folder.path() / "file" / "captures";
-  const auto noCaptures = prepareLogger(options, nullptr, warnings);
-  EXPECT_NE(std::get<SetupError>(noCaptures).message.find("captures"), std::string::npos);
+  CommandLine options;
+  std::ostringstream warnings;
+  for (const auto& [storage, captures, named] :
+       {std::tuple(folder.path() / "file" / "GC40", std::filesystem::path(),
+                   (folder.path() / "file").string()),
+        std::tuple(folder.path(), folder.path() / "file" / "captures", std::string("captures"))}) {
+    options.storage = storage;
+    if (!captures.empty()) options.rawLogFolder = captures;
+    const auto result = prepareLogger(options, nullptr, warnings);
+    const auto* error = std::get_if<SetupError>(&result);
+    EXPECT_TRUE(error && error->message.find(named) != std::string::npos) << named;
+  }
 }
 
 }  // namespace

@@ -1,25 +1,62 @@
+// The main window and the commands it hands on: Monitor/Log as far as the
+// instrument port, the setup dialogs, the Monitor GPS and View Files screens.
+// A run that starts is the logging window's test.
+
 #include "app/main_window.h"
 
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QFileDialog>
 #include <QImage>
 #include <QTest>
 #include <QTimer>
+#include <string_view>
 #include <vector>
 
+#include "app/main_commands.h"
 #include "app/title_screen_layout.h"
 #include "support/modal_script.h"
 #include "support/prepared_logger.h"
 #include "support/test_application.h"
+#include "viewer/view_files_window.h"
 
 namespace gc40 {
 namespace {
 
+using Box = std::pair<QString, QString>;  // caption, text
 constexpr std::uint32_t kTwentyDaysMs = 1'728'000'000;
 
-QPushButton* buttonWithId(MainWindow& window, int id) {
+QPushButton* buttonWithId(QWidget& window, int id) {
   return window.findChild<QPushButton*>(QString::number(id));
+}
+
+// Letters in both cases, Return and clicks by id name commands without moving
+// the ring; a key that means nothing names none, not even the one before it,
+// and a held run ignores every key. The ring's moves are the window's test.
+TEST(MainMenu, KeysAndClicksNameCommands) {
+  const std::string_view keys = "LlSsOoGgDdVvXxEe";
+  for (std::size_t i = 0; i < keys.size(); ++i) {
+    MainMenuState state{.focusedButton = 3};
+    EXPECT_EQ(mainMenuKey(state, keys[i]).command, MainCommand(std::min<int>(i / 2, 6))) << keys[i];
+    EXPECT_EQ(state.focusedButton, 3);
+  }
+  for (int button = 0; button < kMainButtonCount; ++button) {
+    MainMenuState state{.focusedButton = button};
+    EXPECT_EQ(mainMenuKey(state, kKeyReturn).command, MainCommand(button));
+    EXPECT_EQ(commandForButtonId(420 + button), MainCommand(button));
+  }
+  for (const int id : {0, 419, 427}) EXPECT_EQ(commandForButtonId(id), std::nullopt);
+  MainMenuState state;
+  ASSERT_EQ(mainMenuKey(state, 'x').command, MainCommand::kExit);
+  for (const int key : std::initializer_list<int>{'q', 'Q', 'a', '0', 27, 0, -1, 420, 'L' + 256})
+    EXPECT_EQ(mainMenuKey(state, key).command, std::nullopt) << key;
+  MainMenuState held{.focusedButton = 2, .keysActive = 1};
+  for (const int key : std::initializer_list<int>{'x', kKeyReturn, kKeyTab, kKeyLeft}) {
+    EXPECT_EQ(std::pair(mainMenuKey(held, key).command, held.focusedButton),
+              std::pair(std::optional<MainCommand>(), 2))
+        << key;
+  }
 }
 
 // Also leaves main_window_<orientation>.png in the tests' build folder.
@@ -39,8 +76,8 @@ TEST(MainWindow, ShapeButtonsAndTitleScreenInBothOrientations) {
     MainWindow window(context);
     window.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
-    EXPECT_EQ(std::tuple(window.windowTitle(), window.size()), std::tuple("GC40", size));
-    EXPECT_EQ(context.settings.portraitScreen, orientation == Orientation::kPortrait ? 1 : 0);
+    EXPECT_EQ(std::tuple(window.windowTitle(), window.size(), context.settings.portraitScreen),
+              std::tuple("GC40", size, orientation == Orientation::kPortrait ? 1 : 0));
     for (int i = 0; i < 7; ++i) {
       QPushButton* button = buttonWithId(window, 420 + i);
       ASSERT_NE(button, nullptr) << i;
@@ -54,24 +91,37 @@ TEST(MainWindow, ShapeButtonsAndTitleScreenInBothOrientations) {
     EXPECT_TRUE(image.save(QStringLiteral(GC40_TEST_OUTPUT_DIR "/main_window_%1.png").arg(name)));
     EXPECT_EQ(image.pixelColor(greyPoint * scale), grey) << name;
     EXPECT_NE(image.pixelColor(QPoint(2, 2) * scale), grey) << name;
-    const LayoutPoint version = titleScreenLayout(orientation).versionText;
-    int dark = 0;
-    for (int y = version.y * scale; y < (version.y + 16) * scale; ++y)
-      for (int x = version.x * scale; x < (version.x + 80) * scale; ++x)
-        dark += image.pixelColor(x, y).lightness() < 100;
-    EXPECT_GT(dark, 40 * scale) << name;
   }
 }
 
-TEST(MainWindow, KeysMoveTheRingAndExitAndQDoesNothing) {
+class MainWindowTest : public ::testing::Test {
+ protected:
+  MainWindowTest() { window.show(); }
+
+  Box monitorLog() {
+    Box box;
+    testing::ModalScript script({testing::acknowledgeMessageBox(&box.first, &box.second)}, 3000);
+    QTest::keyClick(&window, Qt::Key_L);
+    return box;
+  }
+
   testing::TestApplication<QApplication> application;
   testing::TempFolder folder;
-  auto context = testing::preparedLogger(folder, Orientation::kLandscape, 1);
-  MainWindow window(context);
+  LoggerContext context = testing::preparedLogger(folder, Orientation::kLandscape, 1);
+  MainWindow window{context};
+  MainCommands commands{window};
+};
+
+void expectStopBox(const Box& box) {
+  EXPECT_EQ(box.first, "PROGRAM STOP");
+  EXPECT_EQ(box.second.split('\n').size(), 5) << box.second.toStdString();
+  EXPECT_TRUE(box.second.startsWith("Windows has run for more than 20 days.\n"));
+}
+
+// Tab, Right and Down move the ring on, Left and Up back, wrapping.
+TEST_F(MainWindowTest, KeysMoveTheRingAndExitAndQDoesNothing) {
   int chosen = 0;
   QObject::connect(&window, &MainWindow::commandChosen, [&] { ++chosen; });
-  window.show();
-  ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
   const auto ring = [&] {  // the button drawn as the default one
     std::string marks;
     for (int id = 420; id <= 426; ++id) marks += buttonWithId(window, id)->isDefault() ? '*' : '.';
@@ -80,65 +130,126 @@ TEST(MainWindow, KeysMoveTheRingAndExitAndQDoesNothing) {
   QTest::keyClick(&window, 'q');
   for (int i = 0; i < 6; ++i) QTest::keyClick(&window, Qt::Key_Tab);
   EXPECT_EQ(ring(), "......*");
-  QTest::keyClick(&window, Qt::Key_Tab);
-  EXPECT_EQ(ring(), "*......");
-  QTest::keyClick(&window, Qt::Key_Left);
-  EXPECT_EQ(ring(), "......*");
-  // Commands reaching their dialogs are the main commands' test.
+  using Move = std::pair<Qt::Key, const char*>;
+  for (const auto& [key, marks] :
+       {Move{Qt::Key_Tab, "*......"}, Move{Qt::Key_Left, "......*"}, Move{Qt::Key_Right, "*......"},
+        Move{Qt::Key_Down, ".*....."}, Move{Qt::Key_Up, "*......"}, Move{Qt::Key_Up, "......*"}}) {
+    QTest::keyClick(&window, key);
+    EXPECT_EQ(ring(), marks) << key;
+  }
   EXPECT_EQ(std::pair(chosen, window.isVisible()), std::pair(0, true));
   for (const char key : {'x', 'E'}) {
     MainWindow exiting(context);
     exiting.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&exiting));
     QTest::keyClick(&exiting, key);
     EXPECT_FALSE(exiting.isVisible()) << key;
   }
 }
 
-TEST(MainWindow, UptimeGuardStopsAtFirstPaintAndOnMonitorLog) {
-  testing::TestApplication<QApplication> application;
-  testing::TempFolder folder;
-  auto context = testing::preparedLogger(folder, Orientation::kPortrait, 1);
+// Exactly 20 days starts, and Monitor/Log, and only it, looks at the tick
+// again; one millisecond more shows the box and ends the program with 0.
+TEST_F(MainWindowTest, UptimeGuardStopsAtFirstPaintAndOnMonitorLog) {
   std::uint32_t tick = kTwentyDaysMs;
-  QString caption, text;
-  const auto expectBox = [&] {
-    EXPECT_EQ(caption, "PROGRAM STOP");
-    EXPECT_EQ(text.split('\n').size(), 5) << text.toStdString();
-    EXPECT_TRUE(text.startsWith("Windows has run for more than 20 days.\n"));
-  };
-  {  // exactly 20 days starts; Monitor/Log, and only it, looks at the tick again
-    std::vector<int> exitCodes;
-    MainWindow window(context, {.tickCount = [&] { return tick; },
-                                .endProgram = [&](int code) { exitCodes.push_back(code); }});
-    int handedOn = 0;
-    QObject::connect(&window, &MainWindow::commandChosen, [&] { ++handedOn; });
-    {  // a box here would be wrong; answered so that the test goes on
-      testing::ModalScript unexpected({testing::acknowledgeMessageBox(&caption, &text)});
-      window.show();
-      ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
-      QTest::qWait(50);
-    }
-    EXPECT_EQ(std::tuple(caption, exitCodes.size()), std::tuple("", 0u));
-    tick = kTwentyDaysMs + 1;
-    QTest::keyClick(&window, 's');
-    testing::ModalScript script({testing::acknowledgeMessageBox(&caption, &text)});
-    QTest::keyClick(&window, 'l');
-    EXPECT_TRUE(script.finished());
-    expectBox();
-    EXPECT_EQ(std::tuple(handedOn, exitCodes, window.isVisible()),
-              std::tuple(1, std::vector{0}, false));
+  std::vector<int> exitCodes;
+  Box box;
+  MainWindow guarded(context, {.tickCount = [&] { return tick; },
+                               .endProgram = [&](int code) { exitCodes.push_back(code); }});
+  int handedOn = 0;
+  QObject::connect(&guarded, &MainWindow::commandChosen, [&] { ++handedOn; });
+  {  // a box here would be wrong; answered so that the test goes on
+    testing::ModalScript unexpected({testing::acknowledgeMessageBox(&box.first, &box.second)});
+    guarded.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&guarded));
+    QTest::qWait(50);
   }
-  // One millisecond more at start: the box at the first paint, then the loop ends with 0.
-  caption.clear();
-  MainWindow window(context, {.tickCount = [] { return kTwentyDaysMs + 1; },
-                              .endProgram = MainWindow::machineServices().endProgram});
-  testing::ModalScript script({testing::acknowledgeMessageBox(&caption, &text)});
-  window.show();
+  EXPECT_EQ(std::tuple(box.first, exitCodes.size()), std::tuple("", 0u));
+  tick = kTwentyDaysMs + 1;
+  QTest::keyClick(&guarded, 's');
+  testing::ModalScript onMonitorLog({testing::acknowledgeMessageBox(&box.first, &box.second)});
+  QTest::keyClick(&guarded, 'l');
+  EXPECT_TRUE(onMonitorLog.finished());
+  expectStopBox(box);
+  EXPECT_EQ(std::tuple(handedOn, exitCodes, guarded.isVisible()),
+            std::tuple(1, std::vector{0}, false));
+
+  box = {};  // at start: the box at the first paint, then the loop ends with 0
+  MainWindow late(context, {.tickCount = [] { return kTwentyDaysMs + 1; },
+                            .endProgram = MainWindow::machineServices().endProgram});
+  testing::ModalScript atStart({testing::acknowledgeMessageBox(&box.first, &box.second)});
+  late.show();
   QTimer::singleShot(10000, [] { QCoreApplication::exit(1); });  // rather than hang
   EXPECT_EQ(application.get().exec(), 0);
-  EXPECT_TRUE(script.finished());
-  expectBox();
-  EXPECT_FALSE(window.isVisible());
+  EXPECT_TRUE(atStart.finished());
+  expectStopBox(box);
+  EXPECT_FALSE(late.isVisible());
+}
+
+// Keys go dead after a failed instrument open, until a run ends normally;
+// clicks still work (View Files, closed by Escape).
+TEST_F(MainWindowTest, MonitorLogChecksThePortsAndAFailedOpenLeavesOnlyClicks) {
+  const auto keysAct = [&] {
+    const int before = window.focusedButton();
+    QTest::keyClick(&window, Qt::Key_Tab);
+    return window.focusedButton() != before;
+  };
+  context.settings.gpsEnabled = 1;
+  context.settings.gpsPort = 0;
+  EXPECT_EQ(monitorLog(), Box("Serial Port", "Same Port Assigned"));
+  EXPECT_TRUE(keysAct());
+  context.settings.gpsEnabled = 0;
+  context.ports.paths[0] = (folder.path() / "no-cable").string();
+  EXPECT_EQ(monitorLog(), Box("Serial Port", "Cannot open GC40 port"));
+  EXPECT_FALSE(keysAct());
+  testing::ModalScript cancelOpen({[](QWidget* modal) {
+    auto* dialog = qobject_cast<QFileDialog*>(modal);
+    if (dialog) dialog->reject();
+    return dialog != nullptr;
+  }});
+  buttonWithId(window, 425)->click();
+  auto* viewFiles = window.findChild<ViewFilesWindow*>("ViewFilesWnd");
+  ASSERT_TRUE(viewFiles && viewFiles->isVisible());
+  EXPECT_EQ(viewFiles->geometry(), window.rect());
+  QTRY_VERIFY(!viewFiles->isVisible());  // no file chosen: back to the menu
+  EXPECT_TRUE(cancelOpen.finished());
+}
+
+TEST_F(MainWindowTest, LettersOpenTheirSetupDialogs) {
+  for (const auto& [key, title] : {std::pair{Qt::Key_S, "Survey Setup"},
+                                   {Qt::Key_O, "Logger Setup"},
+                                   {Qt::Key_G, "Set GPS Port"},
+                                   {Qt::Key_D, "Display Options"}}) {
+    QString shown;
+    testing::ModalScript script({[&shown](QWidget* modal) {
+      shown = modal->windowTitle();
+      static_cast<QDialog*>(modal)->reject();
+      return true;
+    }});
+    QTest::keyClick(&window, key);
+    EXPECT_EQ(shown, title);
+  }
+}
+
+// Monitor GPS Output opens the screen whether or not its port opens; x gives
+// the menu its keys back.
+TEST_F(MainWindowTest, MonitorGpsOutputOpensTheMonitorGpsScreen) {
+  context.settings.gpsEnabled = 1;
+  context.ports.paths[std::size_t(context.settings.gpsPort)] = (folder.path() / "no-gps").string();
+  Box box;
+  testing::ModalScript script({[](QWidget* modal) {
+                                 auto* monitor = modal->findChild<QPushButton*>("729");
+                                 if (monitor) monitor->click();
+                                 return monitor != nullptr;
+                               },
+                               testing::acknowledgeMessageBox(&box.first, &box.second)},
+                              5000);
+  QTest::keyClick(&window, Qt::Key_G);
+  EXPECT_EQ(box, Box("Serial Port", "Cannot open GPS port"));
+  auto* monitorGps = window.findChild<QWidget*>("MonitorGPSWnd");
+  ASSERT_TRUE(monitorGps && monitorGps->isVisible());
+  EXPECT_EQ(monitorGps->windowTitle(), "Monitor GPS");
+  QTest::keyClick(monitorGps, Qt::Key_X);
+  EXPECT_FALSE(monitorGps->isVisible());
+  EXPECT_EQ(window.focusWidget(), &window);  // the menu's keys, when the window is active
 }
 
 }  // namespace
