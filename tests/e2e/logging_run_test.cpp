@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <charconv>
 #include <chrono>
 #include <csignal>
 #include <memory>
@@ -18,6 +19,7 @@
 #include "support/child_process.h"
 #include "support/settings_listing.h"
 #include "support/temp_folder.h"
+#include "viewer/survey_lines.h"
 
 namespace gc40 {
 namespace {
@@ -71,10 +73,21 @@ class WholeRun : public ::testing::Test {
   }
 
   bool waitForLine(const std::string& wanted) {
-    while (const auto line = gc40->readLine(10s))
+    while (const auto line = gc40->readLine(10s)) {
       if (*line == wanted) return true;
+      noteRecorded(*line);
+    }
     ADD_FAILURE() << "gc40 never said: " << wanted;
     return false;
+  }
+
+  // gc40 reports the station of each reading it writes ("recorded 12.5").
+  void noteRecorded(const std::string& line) {
+    constexpr std::string_view kRecorded = "recorded ";
+    if (!line.starts_with(kRecorded)) return;
+    double station = 0;
+    std::from_chars(line.data() + kRecorded.size(), line.data() + line.size(), station);
+    loggedStations.push_back(station);
   }
 
   void send(const std::string& command) { ASSERT_TRUE(gc40->send(command + "\n")); }
@@ -132,6 +145,7 @@ class WholeRun : public ::testing::Test {
   fs::path dataFile = folder.path() / "GC40" / "DATA40" / "E2E.R40";
   std::unique_ptr<testing::ChildProcess> sim;
   std::unique_ptr<testing::ChildProcess> gc40;
+  std::vector<double> loggedStations;
 };
 
 // One letter per record (one 'T' for a stretch of readings and GPS sentences,
@@ -213,6 +227,19 @@ TEST_F(WholeRun, LinesStationsCommentsAndPausesAreRecordedInOrder) {
   const auto& attributes = std::get<LineAttributesRecord>((secondLine + 2)->value);
   EXPECT_EQ(std::pair(attributes.direction, attributes.stationIncrement), std::pair('N', -1.0));
   EXPECT_EQ(std::get<StationRecord>((secondLine + 8)->value).station, 100.0);
+
+  // Split by the viewer, the file puts every reading at the station the
+  // logger recorded it at: up from 0, then down from 100.
+  while (const auto line = gc40->readLine(2s)) noteRecorded(*line);
+  std::vector<double> placed;
+  const std::optional<SurveyFile> survey = splitSurveyLines(contents);
+  for (const SurveyLine& line : survey->lines)
+    for (const PlacedReading& reading : line.readings) placed.push_back(reading.station);
+  EXPECT_EQ(placed, loggedStations);
+  ASSERT_GE(loggedStations.size(), 16u);
+  EXPECT_EQ(std::vector(loggedStations.begin(), loggedStations.begin() + 3),
+            (std::vector<double>{0, 0, 1}));
+  EXPECT_LT(loggedStations.back(), 100.0);
 }
 
 class GpsRun : public WholeRun {
