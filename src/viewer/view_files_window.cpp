@@ -55,6 +55,7 @@ void ViewFilesWindow::createControls() {
   listPage_ = new QWidget(this);
   fileLabel_ = new QLabel(listPage_);
   headerLabel_ = new QLabel(listPage_);
+  headerLabel_->setObjectName(QStringLiteral("header"));
   lines_ = new QListWidget(listPage_);
   lines_->setObjectName(QStringLiteral("lines"));
   lines_->setFocusPolicy(Qt::NoFocus);

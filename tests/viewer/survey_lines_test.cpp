@@ -8,7 +8,6 @@
 #include "recorded_file.h"
 #include "viewer/line_index_files.h"
 #include "viewer/line_view.h"
-#include "viewer/viewer_texts.h"
 
 namespace gc40 {
 namespace {
@@ -125,26 +124,6 @@ TEST(LineIndexFiles, RoundTripAndRefusals) {
   EXPECT_EQ(refusal(newer), "LINE1.R4X: unknown format version");
 }
 
-TEST(LineView, TheBarStaysOnTheLineAndInView) {
-  struct Case {
-    std::size_t bar;
-    BarMove move;
-    std::size_t moved;
-  };
-  for (const Case& c : {Case{0, BarMove::kStationBack, 0}, Case{0, BarMove::kStationOn, 1},
-                        Case{199, BarMove::kStationOn, 199}, Case{50, BarMove::kPageBack, 0},
-                        Case{100, BarMove::kPageBack, 20}, Case{100, BarMove::kPageOn, 180},
-                        Case{150, BarMove::kPageOn, 199}, Case{77, BarMove::kFirst, 0},
-                        Case{77, BarMove::kLast, 199}})
-    EXPECT_EQ(movedBar(c.bar, 200, c.move), c.moved) << c.bar;
-  EXPECT_EQ(movedBar(5, 0, BarMove::kLast), 0u);
-  // 136 columns: the window moves only when the bar leaves it.
-  EXPECT_EQ(firstShownStation(0, 135, 136), 0u);
-  EXPECT_EQ(firstShownStation(0, 136, 136), 1u);
-  EXPECT_EQ(firstShownStation(64, 199, 136), 64u);
-  EXPECT_EQ(firstShownStation(64, 63, 136), 63u);
-}
-
 // Neighbours holding a trace are joined, a lone value is a point, a gap
 // breaks the line; only the traces in use are drawn.
 TEST(LineView, StrokesJoinNeighboursAndLeaveGaps) {
@@ -167,38 +146,6 @@ TEST(LineView, StrokesJoinNeighboursAndLeaveGaps) {
   const auto continued = lineStrokes(stations, 1, 3, setupProfileTraces(settings), settings);
   EXPECT_EQ(continued.front(), (ViewStroke{0, true, -1, 80, 0, 60}));
   EXPECT_EQ(continued[1], (ViewStroke{0, true, 2, 40, 3, 20}));
-}
-
-TEST(ViewerTexts, HeaderLinesReadoutAndDamage) {
-  Settings recorded;
-  recorded.gpsEnabled = 1;
-  recorded.distanceUnits = 1;
-  recorded.surveyMode = 1;
-  recorded.component = 1;
-  recorded.dipoleMode = 2;
-  recorded.surveyLine = u"LINE-123456";
-  RecordedFile file(recorded);
-  file.reading(instrumentRecord(0x20, "001.0002.0"))
-      .newLine(u"B", 3, 1)
-      .reading(instrumentRecord(0x20, "001.0002.0"));
-  file.newLine(u"C", 0, 1);
-  const SurveyFile survey = split(file.bytes());
-  EXPECT_EQ(headerTexts(survey),
-            (std::vector<std::string>{"GC40 Standard, GPS enabled", "Units: feet   Mode: Wheel",
-                                      "Component: Inphase   Dipole: Both"}));
-  EXPECT_EQ(lineSummary(survey.lines[0]), "Line LINE-123  South\n0.00 to 0.00, 1 reading");
-  EXPECT_EQ(lineSummary(survey.lines[2]), "Line C  South\nNo readings");
-
-  StationEntry entry{-2.5, {1, 0, 0, 1, 0, 0, 0, 0}, {12.345f, 9, 9, -0.004f, 0, 0, 0, 0}};
-  const BarReadout readout = barReadout(entry);
-  EXPECT_EQ(readout.station, "-2.50");
-  EXPECT_EQ(readout.values, (std::array<std::string, 4>{"12.35", "", "", "-0.00"}));
-
-  const std::vector<FileProblem> problems{{24, 5, "unknown record type"},
-                                          {53, 20, "truncated record"}};
-  EXPECT_EQ(damageReport("A.R40", problems, 1),
-            "A.R40 is damaged. 2 parts could not be read and were skipped:\n"
-            "byte 24 (5 bytes): unknown record type\nand 1 more");
 }
 
 // Damage of every kind through the reader, the split and the index files:

@@ -94,6 +94,9 @@ TEST_P(ViewFilesScreen, OpensAFileAndWalksTheChosenLine) {
   ModalScript script({openFileNamed("SURVEY.R40")});
   screen.view.showOverMainWindow();
   QTRY_VERIFY_WITH_TIMEOUT(screen.view.file().has_value(), 10000);
+  EXPECT_EQ(screen.view.findChild<QLabel*>("header")->text(),
+            "GC40 Short, GPS disabled\nUnits: meters   Mode: Wheel\n"
+            "Component: Both   Dipole: Vertical");
   ASSERT_EQ(screen.lines()->count(), 2);
   EXPECT_EQ(screen.lines()->item(1)->text(), "Line 8  South\n400.00 to 2.00, 201 readings");
   const QString suffix = QString::fromLatin1(GetParam().name) + ".png";
