@@ -5,7 +5,7 @@
 #include <QPushButton>
 #include <QThread>
 
-#include "app/window_geometry.h"
+#include "app/screen_layout.h"
 #include "gps/gps_line_list.h"
 #include "gps/gps_message_dialog.h"
 #include "instrument/port_reader.h"
@@ -48,10 +48,10 @@ void MonitorGpsWindow::createControls() {
   listFont.setPixelSize(kListFontPixels * scale_);
   list_->setFont(listFont);
   command_ = new QLineEdit(qText(kGpsMonitorCommand), this);
-  go_ = makeButton(kGpsGoId, "&Go");
-  pause_ = makeButton(kGpsPauseId, "&Pause");
-  send_ = makeButton(kGpsSendId, "&Send");
-  exit_ = makeButton(kGpsExitId, "E&xit");
+  go_ = makeScreenButton(this, kGpsGoId, "&Go");
+  pause_ = makeScreenButton(this, kGpsPauseId, "&Pause");
+  send_ = makeScreenButton(this, kGpsSendId, "&Send");
+  exit_ = makeScreenButton(this, kGpsExitId, "E&xit");
   connect(go_, &QPushButton::clicked, this, &MonitorGpsWindow::go);
   connect(pause_, &QPushButton::clicked, this, &MonitorGpsWindow::pause);
   connect(send_, &QPushButton::clicked, this, &MonitorGpsWindow::send);
@@ -59,21 +59,12 @@ void MonitorGpsWindow::createControls() {
   showPauseButton(true);
 }
 
-QPushButton* MonitorGpsWindow::makeButton(int id, const char* label) {
-  auto* button = new QPushButton(QString::fromLatin1(label), this);
-  button->setObjectName(QString::number(id));
-  // The window keeps the keys: a focused button would take "x".
-  button->setFocusPolicy(Qt::NoFocus);
-  return button;
-}
-
 // The list takes what the command line and the button row leave.
 void MonitorGpsWindow::placeControls() {
-  const LayoutSize screen = layoutSize(
-      context_.settings.portraitScreen == 1 ? Orientation::kPortrait : Orientation::kLandscape);
-  setFixedSize(screen.width * scale_, screen.height * scale_);
-  const auto place = [this](QWidget* widget, int left, int top, int width, int height) {
-    widget->setGeometry(left * scale_, top * scale_, width * scale_, height * scale_);
+  const ScreenLayout layout(*this, context_.settings.portraitScreen, scale_);
+  const LayoutSize screen = layout.size();
+  const auto place = [&layout](QWidget* widget, int left, int top, int width, int height) {
+    layout.place(widget, left, top, width, height);
   };
   const int inner = screen.width - 2 * kMargin;
   const int buttonsTop = screen.height - kMargin - kButtonHeight;

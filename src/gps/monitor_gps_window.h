@@ -57,7 +57,6 @@ class MonitorGpsWindow : public QWidget {
  private:
   void createControls();
   void placeControls();
-  QPushButton* makeButton(int id, const char* label);
   void addLine(std::string_view text);
   void checkSilence();
   void showPauseButton(bool pauseShown);

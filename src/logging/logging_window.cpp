@@ -7,6 +7,7 @@
 #include <QScopeGuard>
 
 #include "app/key_codes.h"
+#include "app/screen_layout.h"
 #include "app/setup_dialogs.h"
 #include "app/window_geometry.h"
 #include "datafile/create_data_file.h"
@@ -112,10 +113,7 @@ void LoggingWindow::createButtons() {
 }
 
 QPushButton* LoggingWindow::makeButton(int id, const char* label) {
-  auto* button = new QPushButton(QString::fromLatin1(label), this);
-  button->setObjectName(QString::number(id));
-  // The window keeps the keys: a focused button would take Space and Enter.
-  button->setFocusPolicy(Qt::NoFocus);
+  QPushButton* button = makeScreenButton(this, id, label);
   button->hide();
   connect(button, &QPushButton::clicked, this, [this, id] { session_.onButton(id); });
   return button;

@@ -52,31 +52,16 @@ void ViewCurve::showLine(std::vector<StationEntry> stations, const Settings& set
 }
 
 bool ViewCurve::moveBar(int key) {
-  BarMove move;
-  switch (key) {
-    case Qt::Key_Left:
-      move = BarMove::kStationBack;
-      break;
-    case Qt::Key_Right:
-      move = BarMove::kStationOn;
-      break;
-    case Qt::Key_PageUp:
-      move = BarMove::kPageBack;
-      break;
-    case Qt::Key_PageDown:
-      move = BarMove::kPageOn;
-      break;
-    case Qt::Key_Home:
-      move = BarMove::kFirst;
-      break;
-    case Qt::Key_End:
-      move = BarMove::kLast;
-      break;
-    default:
-      return false;
+  static constexpr std::pair<int, BarMove> kMoves[] = {
+      {Qt::Key_Left, BarMove::kStationBack}, {Qt::Key_Right, BarMove::kStationOn},
+      {Qt::Key_PageUp, BarMove::kPageBack},  {Qt::Key_PageDown, BarMove::kPageOn},
+      {Qt::Key_Home, BarMove::kFirst},       {Qt::Key_End, BarMove::kLast}};
+  for (const auto& [moveKey, move] : kMoves) {
+    if (key != moveKey) continue;
+    setBar(movedBar(bar_, stations_.size(), move));
+    return true;
   }
-  setBar(movedBar(bar_, stations_.size(), move));
-  return true;
+  return false;
 }
 
 void ViewCurve::setBar(std::size_t bar) {

@@ -30,7 +30,7 @@ class ViewCurve : public QWidget {
   void onBarMoved(std::function<void()> handler) { barMoved_ = std::move(handler); }
   const std::vector<StationEntry>& stations() const { return stations_; }
 
-  // True when the key moved the bar (or would have, at an end).
+  // True when `key` is one of the bar keys (the bar stays put at an end).
   bool moveBar(int key);
   std::size_t bar() const { return bar_; }
   std::size_t firstShown() const { return first_; }

@@ -8,7 +8,7 @@
 #include <QPushButton>
 #include <QTimer>
 
-#include "app/window_geometry.h"
+#include "app/screen_layout.h"
 #include "platform/qt_text.h"
 #include "viewer/line_index_store.h"
 #include "viewer/line_view.h"
@@ -44,13 +44,6 @@ ViewFilesWindow::ViewFilesWindow(LoggerContext& context, QWidget* mainWindow, in
   hide();
 }
 
-QPushButton* ViewFilesWindow::makeButton(QWidget* page, int id, const char* label) {
-  auto* button = new QPushButton(QString::fromLatin1(label), page);
-  button->setObjectName(QString::number(id));
-  button->setFocusPolicy(Qt::NoFocus);  // the screen keeps the keys
-  return button;
-}
-
 void ViewFilesWindow::createControls() {
   listPage_ = new QWidget(this);
   fileLabel_ = new QLabel(listPage_);
@@ -60,11 +53,11 @@ void ViewFilesWindow::createControls() {
   lines_->setObjectName(QStringLiteral("lines"));
   lines_->setFocusPolicy(Qt::NoFocus);
   connect(lines_, &QListWidget::itemActivated, this, [this] { viewLine(lines_->currentRow()); });
-  connect(makeButton(listPage_, kViewOpenId, "&Open"), &QPushButton::clicked, this,
+  connect(makeScreenButton(listPage_, kViewOpenId, "&Open"), &QPushButton::clicked, this,
           &ViewFilesWindow::chooseFile);
-  connect(makeButton(listPage_, kViewLineId, "&View"), &QPushButton::clicked, this,
+  connect(makeScreenButton(listPage_, kViewLineId, "&View"), &QPushButton::clicked, this,
           [this] { viewLine(lines_->currentRow()); });
-  connect(makeButton(listPage_, kViewExitId, "E&xit"), &QPushButton::clicked, this,
+  connect(makeScreenButton(listPage_, kViewExitId, "E&xit"), &QPushButton::clicked, this,
           &ViewFilesWindow::leave);
 
   curvePage_ = new QWidget(this);
@@ -77,19 +70,18 @@ void ViewFilesWindow::createControls() {
     valueLabels_[trace] = new QLabel(curvePage_);
     valueLabels_[trace]->setObjectName(qText(kTraceNames[trace]));
   }
-  connect(makeButton(curvePage_, kViewLinesId, "&Lines"), &QPushButton::clicked, this,
+  connect(makeScreenButton(curvePage_, kViewLinesId, "&Lines"), &QPushButton::clicked, this,
           &ViewFilesWindow::showList);
-  connect(makeButton(curvePage_, kViewCurveExitId, "E&xit"), &QPushButton::clicked, this,
+  connect(makeScreenButton(curvePage_, kViewCurveExitId, "E&xit"), &QPushButton::clicked, this,
           &ViewFilesWindow::leave);
 }
 
 // Each page: text rows at the top, its list or profile, and a row of buttons.
 void ViewFilesWindow::placeControls() {
-  const LayoutSize screen = layoutSize(
-      context_.settings.portraitScreen == 1 ? Orientation::kPortrait : Orientation::kLandscape);
-  setFixedSize(screen.width * scale_, screen.height * scale_);
-  const auto place = [this](QWidget* widget, int left, int top, int width, int height) {
-    widget->setGeometry(left * scale_, top * scale_, width * scale_, height * scale_);
+  const ScreenLayout layout(*this, context_.settings.portraitScreen, scale_);
+  const LayoutSize screen = layout.size();
+  const auto place = [&layout](QWidget* widget, int left, int top, int width, int height) {
+    layout.place(widget, left, top, width, height);
   };
   const int inner = screen.width - 2 * kMargin;
   const int buttonsTop = screen.height - kMargin - kButtonHeight;

@@ -62,7 +62,6 @@ class ViewFilesWindow : public QWidget {
  private:
   void createControls();
   void placeControls();
-  QPushButton* makeButton(QWidget* page, int id, const char* label);
   void showList();
   void showReadout();
   void listLines();

@@ -1,0 +1,32 @@
+#pragma once
+// The full-screen screens over the main window (Logging, Monitor GPS, View
+// Files) are laid out in the handheld's layout pixels and drawn at the main
+// window's whole scale.
+
+#include <cstdint>
+
+#include "app/window_geometry.h"
+
+class QPushButton;
+class QWidget;
+
+namespace gc40 {
+
+class ScreenLayout {
+ public:
+  // Fixes `screen` to the layout size of its shape at `scale`.
+  ScreenLayout(QWidget& screen, std::int32_t portraitScreen, int scale);
+
+  LayoutSize size() const { return size_; }
+  void place(QWidget* widget, int left, int top, int width, int height) const;
+
+ private:
+  LayoutSize size_;
+  int scale_;
+};
+
+// A screen's button, named by its id. It never takes the keyboard focus, so
+// the screen keeps every key (a focused button would take Space, Enter, "x").
+QPushButton* makeScreenButton(QWidget* parent, int id, const char* label);
+
+}  // namespace gc40
