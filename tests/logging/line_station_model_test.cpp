@@ -60,6 +60,10 @@ TEST(LineStationModel, NewLineOkStoresWhatIsTyped) {
                        settings.startStation, settings.currentStation),
             std::tuple(u"North boundary line 12 o", 0.0f, 0.0f, -122.5, -122.5));
   EXPECT_EQ(commentText(std::u16string(50, u'c')).size(), kCommentReadLength);
+  // New Station opens empty; left so, OK makes the station 0.
+  EXPECT_EQ(openNewStation(settings).newStation, u"");
+  acceptNewStation(settings, openNewStation(settings).newStation);
+  EXPECT_EQ(settings.currentStation, 0.0);
 }
 
 // Limits beyond +-9000 are cut back, a maximum not above its minimum is moved

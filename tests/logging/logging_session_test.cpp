@@ -92,11 +92,9 @@ constexpr char kReleased = 0x20;
 constexpr char kPressed = 0x60;
 
 struct LoggingRun : ::testing::Test {
-  void start(std::int32_t readingsPerStation = 1) {
-    session.prepareRun(ProfileTraces{.readingsPerStation = readingsPerStation});
-  }
-  void startLogging(std::int32_t readingsPerStation = 1) {
-    start(readingsPerStation);
+  void start() { session.prepareRun(ProfileTraces{}); }
+  void startLogging() {
+    start();
     session.onKey('C');
     session.onKey('G');
   }
@@ -223,22 +221,6 @@ TEST_F(LoggingRun, NewLineStartsTheStationsAgainAndTheFirstGroupStays) {
   const Lines records = recordsAfterHeader();
   EXPECT_EQ(Lines(records.begin(), records.begin() + 8),
             (Lines{"L", "B", "A", "Z", "*", "S", "*", "X$STARTED"}));
-}
-
-TEST_F(LoggingRun, RepeatNumbersAndBeepsFollowTheStationGroup) {
-  for (const std::int32_t audio : {1, 0}) {
-    settings.audioEnabled = audio;
-    view.calls.clear();
-    view.fileName = audio ? "A.R40" : "B.R40";
-    startLogging(7);
-    for (int i = 0; i < 8; ++i) reading(kReleased);
-    std::string firstLetters;
-    for (const std::string& record : recordsAfterHeader()) firstLetters += record[0];
-    EXPECT_EQ(firstLetters, "XT23456TT");
-    EXPECT_EQ(view.readings.back().count, "1");
-    EXPECT_EQ(std::count(view.calls.begin(), view.calls.end(), "beep"), audio == 1 ? 2 : 1);
-    session.exitLogging(true);
-  }
 }
 
 // Stale ticks while the comment dialog is up: five breaks, the end, and the
