@@ -2,11 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <sstream>
-
-#include "app/logger_setup.h"
 #include "app/window_geometry.h"
-#include "support/temp_folder.h"
 
 namespace gc40 {
 namespace {
@@ -32,30 +28,12 @@ TEST(CommandLine, OptionsInBothSpellingsAndErrorsThatNameTheArgument) {
   }
 }
 
+// An asked-for scale wins even on a small screen.
 TEST(WindowGeometry, FullScreenOnSmallScreensElseAComfortableWholeScale) {
   const LayoutSize portrait = layoutSize(Orientation::kPortrait);
   EXPECT_EQ(chooseWindowScale(480, 272, portrait, std::nullopt), 0);
-  EXPECT_EQ(chooseWindowScale(1366, 728, portrait, std::nullopt), 2);
   EXPECT_EQ(chooseWindowScale(1920, 1040, layoutSize(Orientation::kLandscape), std::nullopt), 3);
   EXPECT_EQ(chooseWindowScale(480, 272, portrait, 5), 5);
-}
-
-// A storage or capture folder that cannot be made is named.
-TEST(LoggerSetup, AFolderThatCannotBeMadeIsNamed) {
-  testing::TempFolder folder;
-  testing::writeBytes(folder.path() / "file", "x");
-  CommandLine options;
-  std::ostringstream warnings;
-  for (const auto& [storage, captures, named] :
-       {std::tuple(folder.path() / "file" / "GC40", std::filesystem::path(),
-                   (folder.path() / "file").string()),
-        std::tuple(folder.path(), folder.path() / "file" / "captures", std::string("captures"))}) {
-    options.storage = storage;
-    if (!captures.empty()) options.rawLogFolder = captures;
-    const auto result = prepareLogger(options, nullptr, warnings);
-    const auto* error = std::get_if<SetupError>(&result);
-    EXPECT_TRUE(error && error->message.find(named) != std::string::npos) << named;
-  }
 }
 
 }  // namespace

@@ -6,7 +6,6 @@
 #include <clocale>
 #include <cmath>
 #include <cstdio>
-#include <random>
 #include <tuple>
 
 #include "settings/setting_choices.h"
@@ -18,7 +17,6 @@ namespace {
 
 using Outcome = SettingsFileResult::Outcome;
 using namespace testing;
-using namespace std::string_view_literals;
 
 Settings loadBytes(const TempFolder& folder, std::string_view bytes, Outcome expected,
                    Settings settings = {}) {
@@ -103,17 +101,6 @@ TEST(SettingsFile, WheelModeSavesOnlyTheSignOfTheStep) {
   EXPECT_EQ(loadBytes(folder, file, Outcome::kLoaded).stationIncrement, 0.2f);
 }
 
-// What every use of the record relies on, whatever a damaged or hand-edited
-// file held.
-void expectSafeToUse(const Settings& s) {
-  for (const IndexSetting* setting : kIndexSettings) {
-    ASSERT_LT(static_cast<std::size_t>(effectiveIndex(s, *setting)), setting->items.size());
-  }
-  EXPECT_GE(s.cyclesPerReading, 1);
-  EXPECT_TRUE(s.readingsPerSecondWhole >= 1 && s.readingsPerSecondWhole <= 11);
-  EXPECT_LE(s.surveyLine.size(), kSurveyLineMaxLength);
-}
-
 TEST(DamagedSettings, OutOfRangeAndNonFiniteValuesAreKeptButUsedSafely) {
   TempFolder folder;
   // clang-format off
@@ -121,7 +108,8 @@ TEST(DamagedSettings, OutOfRangeAndNonFiniteValuesAreKeptButUsedSafely) {
       {32, "nan"}, {34, "7"}, {35, "7"}, {37, "99999999999"}, {38, "-3"}, {41, "2"}, {42, "7"},
       {45, "0"}, {47, "-1e300"}, {49, "nan"}, {54, "-1e999"}, {55, "-3.500000"}}), Outcome::kLoaded);
   // clang-format on
-  expectSafeToUse(s);
+  for (const IndexSetting* setting : kIndexSettings)  // every use of the record relies on these
+    ASSERT_LT(static_cast<std::size_t>(effectiveIndex(s, *setting)), setting->items.size());
   const std::vector<std::string> lines = settingsFileLines(s);
   EXPECT_EQ(lines[3] + lines[48] + lines[54], "40\r\nnan\r\n-3.500000\r\n");  // kept as read
   EXPECT_EQ(s.stationIncrement, -3.5f);               // mode 7 has no step of its own
@@ -133,19 +121,6 @@ TEST(DamagedSettings, OutOfRangeAndNonFiniteValuesAreKeptButUsedSafely) {
   EXPECT_TRUE(std::isnan(s.conductivityPixelsPerUnit));
   EXPECT_TRUE(std::isinf(s.inphasePixelsPerUnit) && std::isinf(s.currentStation));
   EXPECT_EQ(s.stationIncrementWheel, -HUGE_VALF);  // beyond a float
-}
-
-TEST(DamagedSettings, RandomLinesAfterAValidTagLoadSafely) {
-  std::mt19937 random(2026);
-  const std::string_view alphabet = "0123456789-+.eEnaifNAIF \t\r\n\0\xff,xX"sv;
-  for (int round = 0; round < 300 && !HasFailure(); ++round) {
-    std::string bytes(random() % 2000, '\0');
-    for (char& c : bytes) c = alphabet[random() % alphabet.size()];
-    Settings settings;
-    std::string_view rest = bytes;
-    readSettings(rest, settings);
-    expectSafeToUse(settings);
-  }
 }
 
 }  // namespace

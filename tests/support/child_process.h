@@ -1,7 +1,7 @@
 #pragma once
-// A program started for a test (the simulator, a bus, a tool, gc40 itself):
-// its standard input and output are pipes, and it is always stopped and
-// reaped, even when the test fails half-way.
+// A program started for a test (the simulator, a tool, gc40 itself): its
+// standard input and output are pipes, and it is always stopped and reaped,
+// even when the test fails half-way.
 
 #include <fcntl.h>
 #include <poll.h>
@@ -61,9 +61,6 @@ class ChildProcess {
     if (input_ >= 0) close(input_);
   }
 
-  pid_t pid() const { return pid_; }
-  int outputFd() const { return output_; }
-
   // Writes `text` to its standard input.
   bool send(const std::string& text) const {
     ::signal(SIGPIPE, SIG_IGN);  // a child that has gone is a failed send, not a dead test
@@ -73,21 +70,18 @@ class ChildProcess {
   // The next line of standard output, or nullopt when none came in time.
   std::optional<std::string> readLine(std::chrono::milliseconds timeout) {
     const auto deadline = std::chrono::steady_clock::now() + timeout;
-    for (;;) {
-      if (const auto end = buffered_.find('\n'); end != std::string::npos) {
-        std::string line = buffered_.substr(0, end);
-        buffered_.erase(0, end + 1);
-        return line;
-      }
+    std::size_t end;
+    while ((end = buffered_.find('\n')) == std::string::npos)
       if (!readMore(deadline)) return std::nullopt;
-    }
+    std::string line = buffered_.substr(0, end);
+    buffered_.erase(0, end + 1);
+    return line;
   }
 
   // Standard output up to its end (or what came within `timeout`).
   std::string readAll(std::chrono::milliseconds timeout = std::chrono::seconds(10)) {
     const auto deadline = std::chrono::steady_clock::now() + timeout;
-    while (readMore(deadline)) {
-    }
+    while (readMore(deadline)) continue;
     return std::exchange(buffered_, {});
   }
 
@@ -128,9 +122,8 @@ class ChildProcess {
     if (left.count() <= 0 || poll(&watch, 1, static_cast<int>(left.count())) <= 0) return false;
     char chunk[4096];
     const ssize_t got = read(output_, chunk, sizeof chunk);
-    if (got <= 0) return false;
-    buffered_.append(chunk, static_cast<std::size_t>(got));
-    return true;
+    if (got > 0) buffered_.append(chunk, static_cast<std::size_t>(got));
+    return got > 0;
   }
 
   pid_t pid_ = -1;

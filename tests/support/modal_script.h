@@ -38,8 +38,7 @@ class ModalScript {
       if (auto* dialog = qobject_cast<QDialog*>(modal)) dialog->reject();
       return;
     }
-    if (!modal || finished() || modal == taken_) return;
-    if (steps_[next_](modal)) {
+    if (modal && !finished() && modal != taken_ && steps_[next_](modal)) {
       taken_ = modal;
       ++next_;
     }
@@ -55,14 +54,12 @@ class ModalScript {
 };
 
 // A step that reads a message box and presses its button.
-inline ModalScript::Step acknowledgeMessageBox(QString* caption, QString* text,
-                                               QString* details = nullptr) {
+inline ModalScript::Step acknowledgeMessageBox(QString* caption, QString* text) {
   return [=](QWidget* modal) {
     auto* box = qobject_cast<QMessageBox*>(modal);
     if (!box) return false;
     *caption = box->windowTitle();
     *text = box->text();
-    if (details) *details = box->informativeText();
     box->accept();
     return true;
   };
