@@ -31,10 +31,7 @@ ModalScript::Step saveAs(const QString& name, QString* proposed = nullptr) {
     if (!edit) return false;
     EXPECT_EQ(dialog->windowTitle(), "Create Data File");
     if (proposed) *proposed = edit->text();
-    if (name.isEmpty()) {
-      dialog->reject();
-      return true;
-    }
+    if (name.isEmpty()) return dialog->reject(), true;
     edit->setText(name);
     QTest::keyClick(edit, Qt::Key_Return);
     return true;

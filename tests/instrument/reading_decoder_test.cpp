@@ -99,25 +99,5 @@ TEST(ReadingDecoder, EveryStatusByteAndSettingDecodesConsistently) {
   }
 }
 
-TEST(ReadingDecoder, PlotOffsetsAreSinglePrecisionTruncatedTowardZero) {
-  constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
-  constexpr std::int32_t kMax = std::numeric_limits<std::int32_t>::max();
-  constexpr std::int32_t kMin = std::numeric_limits<std::int32_t>::min();
-  const FiledValues filed{100.0f, 1, 501.5f, 1, 5.0f, 1, -kInf, 0};
-  struct Case {
-    float conductivityMax, conductivityPerUnit, inphaseMax, inphasePerUnit;
-    std::array<std::int32_t, 4> offsets;
-  };
-  // 10 x 0.7f is 6.99999988 in double but rounds to 7 in single precision.
-  for (const Case& c : {Case{110.0f, 0.7f, 15.0f, 0.7f, {7, -274, 7, kMax}},
-                        Case{100.0f, kInf, 5.0f, kNan, {0, kMin, 0, 0}},
-                        Case{kInf, -kInf, -kInf, 1.0f, {kMin, kMin, kMin, 0}}}) {
-    Settings s;
-    s.conductivityScaleMax = c.conductivityMax, s.conductivityPixelsPerUnit = c.conductivityPerUnit;
-    s.inphaseScaleMax = c.inphaseMax, s.inphasePixelsPerUnit = c.inphasePerUnit;
-    EXPECT_EQ(readingToPlotOffsets(filed, s), c.offsets);
-  }
-}
-
 }  // namespace
 }  // namespace gc40

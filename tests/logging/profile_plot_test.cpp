@@ -11,7 +11,7 @@ namespace {
 // Three readings make a station: only the third, which completes a station
 // of a started profile, scrolls. A trace starts with a point and then joins;
 // traces not in use, or not valid in the reading, are left alone. (Rows come
-// from plotOffset, checked through readingToPlotOffsets in the decoder test.)
+// from plotOffset.)
 TEST(ProfilePlot, ReadingsScrollOnStationsAndJoinTheirTraces) {
   const Settings settings;  // 0..500 over 180 rows
   ProfileTraces traces;

@@ -7,12 +7,11 @@
 #include <set>
 #include <vector>
 
-#include "base/number_text.h"
 #include "gc40-sim/instrument_records.h"
 #include "gc40-sim/nmea_replay.h"
-#include "gc40-sim/nmea_walker.h"
 #include "gc40-sim/sim_options.h"
-#include "gps/nmea.h"
+#include "support/child_process.h"
+#include "support/temp_folder.h"
 
 namespace gc40 {
 namespace {
@@ -29,46 +28,37 @@ Records take(const InstrumentOptions& options, int count) {
   return records;
 }
 
-TEST(InstrumentRecords, EachPatternSendsItsValuesInFiveCharacters) {
+TEST(InstrumentRecords, ValuesComeInFiveCharactersAndTheRampWraps) {
   std::string fields;
   for (const std::int64_t value : {0L, 42L, -120L, 100000L, -10000L, INT64_MAX, INT64_MIN})
     fields += formatValueField(value) + ' ';
   EXPECT_EQ(fields, "00000 00042 -0120 99999 -9999 99999 -9999 ");
-  // Constant sends both texts, made to fit their fields when given in code.
-  EXPECT_EQ(
-      take({.pattern = ValuePattern::kConstant, .firstValue = "1.5", .secondValue = "1234567"}, 2),
-      (Records{"T   1.512345\r", "T   1.512345\r"}));
   EXPECT_EQ(take({.pattern = ValuePattern::kRamp, .firstValue = "99998"}, 4),
             (Records{"T 9999800040\r", "T 9999900040\r", "T -999900040\r", "T -999800040\r"}));
-  const Records wrapping =
-      take({.pattern = ValuePattern::kSequence, .secondValue = "00007"}, 100001);
-  EXPECT_EQ(wrapping[0] + wrapping[99999] + wrapping[100000],
-            "T 0000000007\rT 9999900007\rT 0000000007\r");
 }
 
-TEST(InstrumentRecords, PressesJunkAndLineFeedsLeaveEveryRecordReadable) {
+// Presses, junk and line feeds leave every record readable; the gaps follow
+// the period, the drop-outs and the count.
+TEST(InstrumentRecords, NoiseLeavesEveryRecordReadableAndGapsFollowTheOptions) {
   const InstrumentOptions clean{.status = 33, .triggerEvery = 10, .triggerLength = 3};
   InstrumentOptions noisy = clean;
-  noisy.junkEvery = 3;
-  noisy.lineFeed = true;
-  const Records cleanRecords = take(clean, 40), noisyRecords = take(noisy, 40);
+  noisy.junkEvery = 3, noisy.lineFeed = true, noisy.dropoutEvery = 4, noisy.count = 40;
+  noisy.period = milliseconds(91), noisy.dropout = milliseconds(2500);
+  const Records cleanRecords = take(clean, 40);
+  InstrumentStream stream = startInstrumentStream(noisy);
+  std::vector<Chunk> chunks;
+  while (std::optional<Chunk> chunk = nextInstrumentChunk(stream)) chunks.push_back(*chunk);
+  ASSERT_EQ(chunks.size(), 40u);
   const std::set<std::size_t> pressed{10, 11, 12, 20, 21, 22, 30, 31, 32};
-  for (std::size_t i = 0; i < noisyRecords.size(); ++i) {
-    const std::size_t junk = noisyRecords[i].size() - 14;
+  for (std::size_t i = 0; i < chunks.size(); ++i) {
+    const std::string& noisyRecord = chunks[i].bytes;
+    const std::size_t junk = noisyRecord.size() - 14;
     EXPECT_TRUE(i % 3 == 0 && i > 0 ? junk >= 1 && junk <= 8 : junk == 0) << i;
-    EXPECT_EQ(noisyRecords[i].find('\r'), junk + 12) << i;  // never a CR in the junk
-    EXPECT_EQ(noisyRecords[i].substr(junk), cleanRecords[i] + '\n') << i;
+    EXPECT_EQ(noisyRecord.find('\r'), junk + 12) << i;  // never a CR in the junk
+    EXPECT_EQ(noisyRecord.substr(junk), cleanRecords[i] + '\n') << i;
     EXPECT_EQ(static_cast<std::uint8_t>(cleanRecords[i][1]), pressed.contains(i) ? 97 : 33) << i;
+    EXPECT_EQ(chunks[i].gapAfter.count(), i % 4 == 3 ? 2591 : 91) << i;
   }
-}
-
-TEST(InstrumentRecords, GapsFollowThePeriodTheDropoutsAndTheCount) {
-  InstrumentStream stream = startInstrumentStream(
-      {.period = milliseconds(91), .dropoutEvery = 4, .dropout = milliseconds(2500), .count = 10});
-  std::vector<milliseconds::rep> gaps;
-  while (std::optional<Chunk> chunk = nextInstrumentChunk(stream))
-    gaps.push_back(chunk->gapAfter.count());
-  EXPECT_EQ(gaps, (std::vector<milliseconds::rep>{91, 91, 91, 2591, 91, 91, 91, 2591, 91, 91}));
 }
 
 // Bursts at 23:59:50.00, .50, .55, 59.90 and after midnight, among lines with
@@ -107,70 +97,23 @@ TEST(NmeaReplay, SendsEachLineAsItIsAtTheCapturesOwnPaceOrAFixedOne) {
   // most 2 s), and backwards over midnight (a second).
   EXPECT_EQ(gaps, (std::vector<milliseconds::rep>{0, 0, 0, 500, 100, 2000, 1000, 0, 0}));
 
-  // Looping, the start comes again after the last piece; at its own pace its
-  // first time, 23:59:50, lies after the last one's: at most 2 s.
-  const auto [looped, loopGaps] = replay({.file = {}, .period = std::nullopt, .loop = true});
-  EXPECT_EQ(looped.substr(0, pieces.size() + 1), pieces + "|");
-  EXPECT_EQ(loopGaps[9], 2000);
-  const auto [fixed, fixedGaps] = replay({.file = {}, .period = milliseconds(250), .loop = true});
-  EXPECT_EQ(fixed, looped);
+  // Looping, the start comes again after the last piece.
+  const auto [looped, fixedGaps] = replay({.file = {}, .period = milliseconds(250), .loop = true});
+  const std::string round = pieces + "|";
+  EXPECT_EQ(looped, (round + round + round).substr(0, looped.size()));
   EXPECT_EQ(fixedGaps, std::vector<milliseconds::rep>(20, 250));
-}
-
-TEST(NmeaWalker, EverySecondAValidFixThatWalksOnAtWalkingPace) {
-  // Each second's GGA, GSA and RMC, each with a good checksum and CR LF.
-  NmeaWalker walker = startNmeaWalker(std::chrono::sys_days(2026y / 11 / 21) + 23h + 59min + 59s);
-  std::vector<std::string> sentences;
-  for (int second = 0; second < 11; ++second) {
-    const Chunk chunk = nextWalkerChunk(walker);
-    EXPECT_EQ(chunk.gapAfter, 1s);
-    for (std::size_t start = 0, end; (end = chunk.bytes.find("\r\n", start)) != std::string::npos;
-         start = end + 2) {
-      sentences.push_back(chunk.bytes.substr(start, end - start));
-      EXPECT_TRUE(nmeaChecksumValid(sentences.back())) << sentences.back();
-    }
-    ASSERT_EQ(sentences.size(), 3u * (second + 1)) << chunk.bytes;
-  }
-  const auto field = [&](int sentence, int n) {
-    return std::string(getField(sentences[sentence], n).value_or("(none)"));
-  };
-  EXPECT_EQ(field(0, 1) + field(0, 2) + ' ' + field(0, 7) + ' ' + field(0, 8),
-            "$GPGGA235959.00 1 08");
-  EXPECT_EQ(field(1, 1) + ' ' + field(1, 16), "$GPGSA 1.8");
-  EXPECT_EQ(field(2, 1) + field(2, 2) + field(2, 3) + field(2, 10), "$GPRMC235959.00A211126");
-  // Past midnight the time and the date go on.
-  EXPECT_EQ(field(3, 2) + ' ' + field(5, 10), "000000.00 221126");
-  // Ten seconds at 1.4 m/s, 30 degrees east of north: some 12 m north.
-  const double minutesNorth =
-      parseDecimalPrefix(field(30, 3).substr(2)) - parseDecimalPrefix(field(0, 3).substr(2));
-  EXPECT_NEAR(minutesNorth * 1852, 12.1, 0.5);
-  EXPECT_NE(field(30, 5), field(0, 5));
 }
 
 using Arguments = std::vector<std::string_view>;
 
-TEST(SimOptions, ValueTextsAndSecondsAreTakenAsWritten) {
+// A comma inside a value is the value's own.
+TEST(SimOptions, ValuesAreTakenAsWrittenAndWrongCommandLinesRefusedWithTheReason) {
   const auto parsed = parseSimOptions(
       Arguments{"--link=/tmp/gc40", "--values", "12,50,-0.56", "--dropout-seconds=0.25"});
   ASSERT_TRUE(std::holds_alternative<SimOptions>(parsed));
   const InstrumentOptions& instrument = std::get<SimOptions>(parsed).instrument;
-  // A comma inside a value is the value's own.
   EXPECT_EQ(instrument.firstValue + " " + instrument.secondValue, "12,50 -0.56");
   EXPECT_EQ(instrument.dropout.count(), 250);
-
-  // The GPS receiver alone: the meter's link may be left out.
-  const auto gps = parseSimOptions(
-      Arguments{"--gps-link", "/tmp/gps", "--nmea=a b.log", "--nmea-period=0", "--loop"});
-  ASSERT_TRUE(std::holds_alternative<SimOptions>(gps)) << std::get<SimOptionsError>(gps).message;
-  const SimOptions& options = std::get<SimOptions>(gps);
-  EXPECT_EQ(
-      options.link.string() + "|" + options.gpsLink.string() + "|" + options.nmea.file.string(),
-      "|/tmp/gps|a b.log");
-  EXPECT_EQ(options.nmea.period, 0ms);
-  EXPECT_TRUE(options.nmea.loop);
-}
-
-TEST(SimOptions, WrongCommandLinesAreRefusedWithTheReason) {
   for (const auto& [arguments, reason] : std::vector<std::pair<Arguments, std::string_view>>{
            {{}, "at least one of --link PATH and --gps-link PATH is required"},
            {{"--link", "x", "--gps-link", "x"}, "paths of their own"},
@@ -181,6 +124,22 @@ TEST(SimOptions, WrongCommandLinesAreRefusedWithTheReason) {
     const auto* error = std::get_if<SimOptionsError>(&parsed);
     ASSERT_NE(error, nullptr) << reason;
     EXPECT_NE(error->message.find(reason), std::string::npos) << error->message;
+  }
+}
+
+// As a process: a usage error exits 2, a link it cannot make 1.
+TEST(Gc40Sim, RefusesWhatItCannotDoWithTheRightStatus) {
+  testing::TempFolder folder;
+  const std::string file = folder.path() / "notes.txt", errors = folder.path() / "errors.txt";
+  testing::writeBytes(file, "in the link's place");
+  for (const auto& [arguments, status, text] :
+       {std::tuple{std::vector<std::string>{"--link", file, "--period", "fast"}, 2,
+                   std::string("not 'fast'\n\nUsage: gc40-sim")},
+        {{"--link", file}, 1, file + " exists and is not a symbolic link"}}) {
+    testing::ChildProcess sim(GC40_SIM_BINARY, arguments, errors);
+    EXPECT_EQ(sim.waitForExit(), status) << text;
+    EXPECT_NE(testing::readBytes(errors).find(text), std::string::npos)
+        << testing::readBytes(errors);
   }
 }
 
