@@ -6,7 +6,7 @@ gc40_packages=(
   cmake ninja-build g++ pkg-config
   qt6-base-dev qt6-serialport-dev
   libgtest-dev libgmock-dev libbenchmark-dev
-  locales fonts-dejavu-core dbus-daemon
+  locales fonts-dejavu-core
 )
 
 gc40_missing_packages() {
