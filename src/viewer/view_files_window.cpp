@@ -123,8 +123,7 @@ void ViewFilesWindow::showOverMainWindow() {
   setGeometry(parentWidget()->rect());
   show();
   raise();
-  activateWindow();
-  setFocus();
+  takeKeys();
   if (file_) {
     showList();
     return;
@@ -137,22 +136,27 @@ void ViewFilesWindow::showOverMainWindow() {
   });
 }
 
-bool ViewFilesWindow::chooseFile() {
+std::optional<std::filesystem::path> ViewFilesWindow::askForFile() {
   const QString folder = QString::fromStdString(context_.storage.dataFolder().string());
   QFileDialog dialog(this, QStringLiteral("Open Data File"), folder,
                      QStringLiteral("GC40 Files (*.R40)"));
   dialog.setOptions(QFileDialog::DontUseNativeDialog | QFileDialog::ReadOnly);
   dialog.setAcceptMode(QFileDialog::AcceptOpen);
   dialog.setFileMode(QFileDialog::ExistingFile);
-  const bool chosen = dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty();
-  setFocus();
-  if (!chosen) return false;
-  return openFile(dialog.selectedFiles().first().toStdString());
+  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
+  return dialog.selectedFiles().first().toStdString();
+}
+
+bool ViewFilesWindow::chooseFile() {
+  const std::optional<std::filesystem::path> chosen = askForFile();
+  const bool opened = chosen && openFile(*chosen);
+  takeKeys();
+  return opened;
 }
 
 bool ViewFilesWindow::openFile(const std::filesystem::path& path) {
   LoadResult loaded = loadSurveyFile(path, this);
-  setFocus();
+  takeKeys();
   if (const auto* failure = std::get_if<LoadFailure>(&loaded)) {
     warn(failure->message);
     return false;
@@ -197,7 +201,7 @@ bool ViewFilesWindow::viewLine(int index) {
   curve_->showLine(std::move(std::get<std::vector<StationEntry>>(stored)), drawn);
   listPage_->hide();
   curvePage_->show();
-  setFocus();
+  takeKeys();
   return true;
 }
 
@@ -221,6 +225,12 @@ QString ViewFilesWindow::readout() const {
 void ViewFilesWindow::showList() {
   curvePage_->hide();
   listPage_->show();
+  takeKeys();
+}
+
+// A closed dialog leaves no window active: the screen asks for the keys back.
+void ViewFilesWindow::takeKeys() {
+  activateWindow();
   setFocus();
 }
 
@@ -230,9 +240,12 @@ void ViewFilesWindow::leave() {
 }
 
 void ViewFilesWindow::warn(const QString& text) {
-  QMessageBox box(QMessageBox::Warning, QString::fromLatin1(kCaption), text, QMessageBox::Ok, this);
-  box.exec();
-  setFocus();
+  {
+    QMessageBox box(QMessageBox::Warning, QString::fromLatin1(kCaption), text, QMessageBox::Ok,
+                    this);
+    box.exec();
+  }  // gone before the screen asks for the keys back
+  takeKeys();
 }
 
 void ViewFilesWindow::keyPressEvent(QKeyEvent* event) {

@@ -60,11 +60,13 @@ class ViewFilesWindow : public QWidget {
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
+  std::optional<std::filesystem::path> askForFile();
   void createControls();
   void placeControls();
   void showList();
   void showReadout();
   void listLines();
+  void takeKeys();
   void leave();
   void warn(const QString& text);
 

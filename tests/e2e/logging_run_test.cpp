@@ -208,6 +208,21 @@ TEST_F(WholeRun, LinesStationsCommentsAndPausesAreRecordedInOrder) {
   ASSERT_TRUE(waitFront("Confirm Exit", kLoggingScreen));
   send("click Yes");
   ASSERT_TRUE(waitFront("GC40"));
+  // The file just recorded, in View Files: the keys come back to the screen
+  // after the open dialog, and the second line's profile shows.
+  send("key v");
+  ASSERT_TRUE(waitFront("Open Data File", "ViewFilesWnd"));
+  send("text E2E.R40");
+  send("key Return");
+  ASSERT_TRUE(waitFront("GC40", "ViewFilesWnd"));
+  send("key Down");
+  send("key Return");
+  send("key Right");
+  const std::string viewShot = GC40_TEST_OUTPUT_DIR "/view_files_e2e_landscape.png";
+  send("shot " + viewShot);
+  ASSERT_TRUE(waitForLine("shot " + viewShot));
+  send("key x");
+  ASSERT_TRUE(waitFront("GC40"));
   send("key x");
   EXPECT_EQ(gc40->waitForExit(10s), 0);
 

@@ -76,7 +76,15 @@ struct Screen {
     window.show();
   }
   QListWidget* lines() { return view.findChild<QListWidget*>(QStringLiteral("lines")); }
-  void key(Qt::Key key) { QTest::keyClick(&view, key); }
+  // As the operator's keys come: to whatever has the focus, which must be the screen.
+  void key(Qt::Key key) {
+    const auto screenHasKeys = [this] {
+      QWidget* focus = QApplication::focusWidget();
+      return focus && (focus == &view || view.isAncestorOf(focus));
+    };
+    ASSERT_TRUE(QTest::qWaitFor(screenHasKeys, 2000));
+    QTest::keyClick(QApplication::focusWidget(), key);
+  }
 
   TempFolder folder;
   LoggerContext context;
