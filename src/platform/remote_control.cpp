@@ -125,7 +125,11 @@ void RemoteControl::runCommand(const QString& line) {
   if (verb == "key") pressKey(argument);
   if (verb == "text") typeText(argument);
   if (verb == "click") clickButton(argument);
-  if (verb == "shot") saveShot(argument);
+  if (verb == "shot") {
+    // The keys sent before it have their effect first, as they would have on screen.
+    QCoreApplication::sendPostedEvents();
+    saveShot(argument);
+  }
 }
 
 void RemoteControl::reportFront() {
