@@ -14,6 +14,12 @@ void ScreenLayout::place(QWidget* widget, int left, int top, int width, int heig
   widget->setGeometry(left * scale_, top * scale_, width * scale_, height * scale_);
 }
 
+void ScreenLayout::placeInButtonRow(QWidget* button, int index, int places) const {
+  const int width = (innerWidth() - (places - 1) * kScreenGap) / places;
+  place(button, kScreenMargin + index * (width + kScreenGap), buttonRowTop(), width,
+        kScreenButtonHeight);
+}
+
 QPushButton* makeScreenButton(QWidget* parent, int id, const char* label) {
   auto* button = new QPushButton(QString::fromLatin1(label), parent);
   button->setObjectName(QString::number(id));

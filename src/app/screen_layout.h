@@ -12,13 +12,23 @@ class QWidget;
 
 namespace gc40 {
 
+// The screens' margins, and their row of buttons along the bottom edge.
+inline constexpr int kScreenMargin = 2;
+inline constexpr int kScreenGap = 2;
+inline constexpr int kScreenButtonHeight = 20;
+
 class ScreenLayout {
  public:
   // Fixes `screen` to the layout size of its shape at `scale`.
   ScreenLayout(QWidget& screen, std::int32_t portraitScreen, int scale);
 
   LayoutSize size() const { return size_; }
+  // Between the margins: the width, and the top of the button row.
+  int innerWidth() const { return size_.width - 2 * kScreenMargin; }
+  int buttonRowTop() const { return size_.height - kScreenMargin - kScreenButtonHeight; }
   void place(QWidget* widget, int left, int top, int width, int height) const;
+  // Place `index` of `places` equal places in the button row.
+  void placeInButtonRow(QWidget* button, int index, int places) const;
 
  private:
   LayoutSize size_;

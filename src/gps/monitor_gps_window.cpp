@@ -15,9 +15,6 @@ namespace gc40 {
 namespace {
 
 // Layout pixels, scaled like the main window.
-constexpr int kMargin = 2;
-constexpr int kGap = 2;
-constexpr int kButtonHeight = 20;
 constexpr int kEditHeight = 22;
 constexpr int kButtonPlaces = 3;  // "&Go" and "&Pause" share the first
 constexpr int kListFontPixels = 12;
@@ -62,23 +59,12 @@ void MonitorGpsWindow::createControls() {
 // The list takes what the command line and the button row leave.
 void MonitorGpsWindow::placeControls() {
   const ScreenLayout layout(*this, context_.settings.portraitScreen, scale_);
-  const LayoutSize screen = layout.size();
-  const auto place = [&layout](QWidget* widget, int left, int top, int width, int height) {
-    layout.place(widget, left, top, width, height);
-  };
-  const int inner = screen.width - 2 * kMargin;
-  const int buttonsTop = screen.height - kMargin - kButtonHeight;
-  const int editTop = buttonsTop - kGap - kEditHeight;
-  place(list_, kMargin, kMargin, inner, editTop - kGap - kMargin);
-  place(command_, kMargin, editTop, inner, kEditHeight);
-  const int buttonWidth = (inner - (kButtonPlaces - 1) * kGap) / kButtonPlaces;
-  const auto placeButton = [&](QPushButton* button, int index) {
-    place(button, kMargin + index * (buttonWidth + kGap), buttonsTop, buttonWidth, kButtonHeight);
-  };
-  placeButton(go_, 0);
-  placeButton(pause_, 0);
-  placeButton(send_, 1);
-  placeButton(exit_, 2);
+  const int editTop = layout.buttonRowTop() - kScreenGap - kEditHeight;
+  layout.place(list_, kScreenMargin, kScreenMargin, layout.innerWidth(),
+               editTop - kScreenGap - kScreenMargin);
+  layout.place(command_, kScreenMargin, editTop, layout.innerWidth(), kEditHeight);
+  for (auto [button, index] : {std::pair{go_, 0}, {pause_, 0}, {send_, 1}, {exit_, 2}})
+    layout.placeInButtonRow(button, index, kButtonPlaces);
 }
 
 void MonitorGpsWindow::startReader(std::unique_ptr<QSerialPort> gpsPort) {

@@ -20,12 +20,9 @@ namespace gc40 {
 namespace {
 
 // Layout pixels, scaled like the main window.
-constexpr int kMargin = 2;
-constexpr int kGap = 2;
 constexpr int kRowHeight = 14;
 constexpr int kHeaderRows = 3;
 constexpr int kReadoutRows = 3;  // station and place; conductivities; inphases
-constexpr int kButtonHeight = 20;
 constexpr int kFontPixels = 11;
 constexpr char kCaption[] = "View Files";
 
@@ -79,37 +76,32 @@ void ViewFilesWindow::createControls() {
 // Each page: text rows at the top, its list or profile, and a row of buttons.
 void ViewFilesWindow::placeControls() {
   const ScreenLayout layout(*this, context_.settings.portraitScreen, scale_);
-  const LayoutSize screen = layout.size();
-  const auto place = [&layout](QWidget* widget, int left, int top, int width, int height) {
-    layout.place(widget, left, top, width, height);
-  };
-  const int inner = screen.width - 2 * kMargin;
-  const int buttonsTop = screen.height - kMargin - kButtonHeight;
-  const auto placeButtons = [&](QWidget* page, std::initializer_list<int> ids) {
-    const int count = static_cast<int>(ids.size());
-    const int width = (inner - (count - 1) * kGap) / count;
+  const int inner = layout.innerWidth();
+  for (QWidget* page : {listPage_, curvePage_})
+    layout.place(page, 0, 0, layout.size().width, layout.size().height);
+  const auto placeButtons = [&layout](QWidget* page, std::initializer_list<int> ids) {
     int index = 0;
     for (int id : ids)
-      place(page->findChild<QPushButton*>(QString::number(id)), kMargin + index++ * (width + kGap),
-            buttonsTop, width, kButtonHeight);
+      layout.placeInButtonRow(page->findChild<QPushButton*>(QString::number(id)), index++,
+                              static_cast<int>(ids.size()));
   };
-  for (QWidget* page : {listPage_, curvePage_}) place(page, 0, 0, screen.width, screen.height);
 
-  place(fileLabel_, kMargin, kMargin, inner, kRowHeight);
-  const int headerTop = kMargin + kRowHeight;
-  place(headerLabel_, kMargin, headerTop, inner, kHeaderRows * kRowHeight);
-  const int listTop = headerTop + kHeaderRows * kRowHeight + kGap;
-  place(lines_, kMargin, listTop, inner, buttonsTop - kGap - listTop);
+  layout.place(fileLabel_, kScreenMargin, kScreenMargin, inner, kRowHeight);
+  const int headerTop = kScreenMargin + kRowHeight;
+  layout.place(headerLabel_, kScreenMargin, headerTop, inner, kHeaderRows * kRowHeight);
+  const int listTop = headerTop + kHeaderRows * kRowHeight + kScreenGap;
+  layout.place(lines_, kScreenMargin, listTop, inner, layout.buttonRowTop() - kScreenGap - listTop);
   placeButtons(listPage_, {kViewOpenId, kViewLineId, kViewExitId});
 
-  place(lineLabel_, kMargin, kMargin, inner, kRowHeight);
-  const int curveTop = kMargin + kRowHeight;
-  const int readoutTop = buttonsTop - kGap - kReadoutRows * kRowHeight;
-  curve_->setLayoutSize(screen.width, readoutTop - kGap - curveTop);
+  layout.place(lineLabel_, kScreenMargin, kScreenMargin, inner, kRowHeight);
+  const int curveTop = kScreenMargin + kRowHeight;
+  const int readoutTop = layout.buttonRowTop() - kScreenGap - kReadoutRows * kRowHeight;
+  curve_->setLayoutSize(layout.size().width, readoutTop - kScreenGap - curveTop);
   curve_->move(0, curveTop * scale_);
   const int half = inner / 2;
   const auto placeReadout = [&](QLabel* label, int column, int row) {
-    place(label, kMargin + column * half, readoutTop + row * kRowHeight, half, kRowHeight);
+    layout.place(label, kScreenMargin + column * half, readoutTop + row * kRowHeight, half,
+                 kRowHeight);
   };
   placeReadout(stationLabel_, 0, 0);
   placeReadout(positionLabel_, 1, 0);
