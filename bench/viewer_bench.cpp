@@ -33,7 +33,7 @@ void openAndSplitEightHourFile(benchmark::State& state) {
     const std::string bytes = readWhole(path);
     const std::optional<SurveyFile> file = splitSurveyLines(readDataFile(bytes));
     readings = 0;
-    for (const SurveyLine& line : file->lines) readings += line.readings.size();
+    for (const SurveyLine& line : file->lines) readings += line.readingStations.size();
     benchmark::DoNotOptimize(file);
   }
   state.counters["MB"] = static_cast<double>(std::filesystem::file_size(path)) / 1e6;

@@ -49,7 +49,6 @@ Settings viewingSettings(const Settings& today, const Settings& recorded, std::i
   settings.surveyMode = recorded.surveyMode;
   settings.component = recorded.component;
   settings.dipoleMode = recorded.dipoleMode;
-  settings.instrumentVariant = recorded.instrumentVariant;
   settings.plotHeight = plotHeight;
   recomputeScaleFactors(settings);
   return settings;

@@ -100,41 +100,41 @@ class LineSplitter {
   }
 
   void add(const FileRecord& record) {
-    std::visit([this, &record](const auto& value) { take(value, record.offset); }, record.value);
+    std::visit([this](const auto& value) { take(value); }, record.value);
   }
 
  private:
-  void take(const IdentificationRecord& value, std::size_t) {
+  void take(const IdentificationRecord& value) {
     file_.identification = value;
     settings_ = recordingSettings(value);
   }
-  void take(const FileNameRecord& value, std::size_t) { file_.fileName = value; }
-  void take(const LineRecord& value, std::size_t) {
+  void take(const FileNameRecord& value) { file_.fileName = value; }
+  void take(const LineRecord& value) {
     file_.lines.emplace_back().name = value.name;
     entryOf_.clear();
   }
-  void take(const LineStartRecord& value, std::size_t) {
+  void take(const LineStartRecord& value) {
     currentLine().startStation = value.station;
     replay_.enterStation(value.station);
   }
-  void take(const LineAttributesRecord& value, std::size_t) {
+  void take(const LineAttributesRecord& value) {
     SurveyLine& line = currentLine();
     line.direction = value.direction;
     // The logger keeps the increment in single precision and adds it as such.
     line.stationIncrement = static_cast<float>(value.stationIncrement);
     replay_.setIncrement(line.stationIncrement);
   }
-  void take(const StationRecord& value, std::size_t) { replay_.enterStation(value.station); }
-  void take(const ReadingRecord& value, std::size_t offset) {
+  void take(const StationRecord& value) { replay_.enterStation(value.station); }
+  void take(const ReadingRecord& value) {
     SurveyLine& line = currentLine();
     const double station = replay_.place(value);
-    line.readings.push_back({offset, station});
+    line.readingStations.push_back(station);
     FiledValues filed;
     decodeInstrumentRecord(value.instrumentRecord, settings_, filed);
     mergeReading(entryAt(line, station), filed);
   }
   template <typename Other>
-  void take(const Other&, std::size_t) {}
+  void take(const Other&) {}
 
   // Readings before any line block (a damaged head) go to an unnamed line.
   SurveyLine& currentLine() {

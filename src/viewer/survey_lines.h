@@ -25,17 +25,12 @@ struct StationEntry {
   bool operator==(const StationEntry&) const = default;
 };
 
-struct PlacedReading {
-  std::size_t offset = 0;  // of its "T" record in the file
-  double station = 0.0;
-};
-
 struct SurveyLine {
   std::string name;  // as its "L" record holds it; empty for readings before any line
   char direction = ' ';
   double startStation = 0.0;
   float stationIncrement = 0.0f;
-  std::vector<PlacedReading> readings;  // in file order
+  std::vector<double> readingStations;  // each reading's station, in file order
   std::vector<StationEntry> stations;   // in the order they were first walked
 };
 

@@ -43,10 +43,10 @@ std::vector<std::string> headerTexts(const SurveyFile& file) {
 std::string lineSummary(const SurveyLine& line) {
   std::string title = line.name.empty() ? std::string("(no line record)") : "Line " + line.name;
   if (line.direction != ' ') title += "  " + directionName(line.direction);
-  if (line.readings.empty()) return title + "\nNo readings";
-  return title + "\n" + formatFixed(line.readings.front().station, 2) + " to " +
-         formatFixed(line.readings.back().station, 2) + ", " +
-         plural(line.readings.size(), "reading");
+  if (line.readingStations.empty()) return title + "\nNo readings";
+  return title + "\n" + formatFixed(line.readingStations.front(), 2) + " to " +
+         formatFixed(line.readingStations.back(), 2) + ", " +
+         plural(line.readingStations.size(), "reading");
 }
 
 BarReadout barReadout(const StationEntry& station) {

@@ -249,7 +249,7 @@ TEST_F(WholeRun, LinesStationsCommentsAndPausesAreRecordedInOrder) {
   std::vector<double> placed;
   const std::optional<SurveyFile> survey = splitSurveyLines(contents);
   for (const SurveyLine& line : survey->lines)
-    for (const PlacedReading& reading : line.readings) placed.push_back(reading.station);
+    placed.insert(placed.end(), line.readingStations.begin(), line.readingStations.end());
   EXPECT_EQ(placed, loggedStations);
   ASSERT_GE(loggedStations.size(), 16u);
   EXPECT_EQ(std::vector(loggedStations.begin(), loggedStations.begin() + 3),

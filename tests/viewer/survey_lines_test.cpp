@@ -21,11 +21,7 @@ SurveyFile split(const std::string& bytes) {
   return *splitSurveyLines(contents);
 }
 
-std::vector<double> placedStations(const SurveyLine& line) {
-  std::vector<double> stations;
-  for (const PlacedReading& reading : line.readings) stations.push_back(reading.station);
-  return stations;
-}
+std::vector<double> placedStations(const SurveyLine& line) { return line.readingStations; }
 
 std::vector<double> entryStations(const SurveyLine& line) {
   std::vector<double> stations;
@@ -192,8 +188,8 @@ TEST(SurveyLines, MutatedFilesNeverBreakTheViewer) {
     for (const FileRecord& record : contents.records)
       readings += std::holds_alternative<ReadingRecord>(record.value);
     for (const SurveyLine& line : survey->lines) {
-      placed += line.readings.size();
-      ASSERT_LE(line.stations.size(), line.readings.size());
+      placed += line.readingStations.size();
+      ASSERT_LE(line.stations.size(), line.readingStations.size());
       EXPECT_EQ(std::get<std::vector<StationEntry>>(decodeLineIndex(encodeLineIndex(line.stations)))
                     .size(),
                 line.stations.size());
