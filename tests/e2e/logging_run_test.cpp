@@ -285,7 +285,13 @@ TEST_F(GpsRun, SentencesAmongTheReadingsUntilASilentMeterEndsTheRun) {
   EXPECT_TRUE(contents.problems.empty());
   const std::string breaks =
       "(X$CONN BREAK)(X$CONN BREAK)(X$CONN BREAK)(X$CONN BREAK)(X$CONN BREAK)";
-  EXPECT_EQ(shapeOf(contents), "GHLBAZ*(X$STARTED)T" + breaks + "(X$CONN END)");
+  // On a busy machine what the link already held may still be read after the
+  // first break; apart from that, the breaks and the end follow the run.
+  const std::string shape = shapeOf(contents), start = "GHLBAZ*(X$STARTED)T";
+  ASSERT_EQ(shape.substr(0, start.size()), start) << shape;
+  std::string end = shape.substr(start.size());
+  std::erase(end, 'T');
+  EXPECT_EQ(end, breaks + "(X$CONN END)") << shape;
   expectEveryReadingInOrder(contents, 15);
   std::vector<GpsLine> recorded;
   std::optional<std::uint32_t> pendingTick;  // of the last sentence not yet followed by a reading
