@@ -8,7 +8,7 @@ GpsPortControls openGpsPortSetup(const Settings& settings) {
 
 GpsPortOutcome acceptGpsPortSetup(Settings& settings, const GpsPortControls& controls) {
   storeComboBoxes(settings, kGpsPortCombos, controls);
-  return {true, 0};
+  return {true, settings.gpsEnabled == 1 ? 1 : 0};
 }
 
 GpsPortOutcome monitorGpsOutput(Settings& settings, const GpsPortControls& controls) {

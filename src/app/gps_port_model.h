@@ -27,7 +27,9 @@ struct GpsPortOutcome {
 
 GpsPortControls openGpsPortSetup(const Settings& settings);
 
-// OK: stores the six selections; save, result 0.
+// OK: stores the six selections and saves. With GPS input enabled the result
+// is 1, so the operator sees at once whether the receiver talks on that port;
+// otherwise 0.
 GpsPortOutcome acceptGpsPortSetup(Settings& settings, const GpsPortControls& controls);
 
 // "Monitor GPS Output": stores them too, but leaves the file as it was; the

@@ -48,7 +48,7 @@ void MainCommands::carryOut(MainCommand command) {
       window_.setFocus();
       break;
     case MainCommand::kSetGpsPort:
-      if (runGpsPortSetup(&window_, context) == 1) openMonitorGps();  // "Monitor GPS Output"
+      if (runGpsPortSetup(&window_, context) == 1) openMonitorGps();
       break;
     case MainCommand::kDisplayOptions:
       runDisplayOptions(&window_, context);

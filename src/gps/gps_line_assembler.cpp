@@ -11,9 +11,12 @@ void GpsLineAssembler::feed(std::string_view bytes, std::uint32_t tick, const Li
       buffer_[0] = '$';
       position_ = 1;
     } else if (byte == '\n') {
-      // The character before the line feed (the carriage return) ends the
-      // text; a NUL inside ends it earlier, as it ends a C string.
-      std::string_view text(buffer_.data(), position_ == 0 ? 0 : position_ - 1);
+      // The carriage return before the line feed is cut (only one: CR CR LF
+      // keeps a CR, which the checksum's hex reading stops at). A receiver
+      // that ends its lines with a bare line feed keeps its last character.
+      // A NUL inside ends the text earlier, as it ends a C string.
+      std::string_view text(buffer_.data(), position_);
+      if (text.ends_with('\r')) text.remove_suffix(1);
       position_ = 0;
       onLine(text.substr(0, text.find('\0')), sentenceTick_);
     } else {

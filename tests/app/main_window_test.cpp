@@ -184,24 +184,37 @@ TEST_F(MainWindowTest, MonitorLogChecksThePortsAndAFailedOpenLeavesOnlyClicks) {
   EXPECT_TRUE(cancelOpen.finished());
 }
 
-// Monitor GPS Output opens the screen whether or not its port opens; x gives
-// the menu its keys back.
-TEST_F(MainWindowTest, MonitorGpsOutputOpensTheMonitorGpsScreen) {
-  context.settings.gpsEnabled = 1;
+// Set GPS Port leads to the Monitor GPS screen through "Monitor GPS Output"
+// (even with GPS input off) and through OK with GPS input on; a port that does
+// not open is reported and the screen still comes up. OK with GPS input off
+// goes back to the menu. x gives the menu its keys back.
+TEST_F(MainWindowTest, SetGpsPortOpensTheMonitorGpsScreen) {
   context.ports.paths[std::size_t(context.settings.gpsPort)] = (folder.path() / "no-gps").string();
-  Box box;
-  testing::ModalScript script(
-      {testing::onDialog([](QDialog* dialog) { testing::click(dialog, 729); }),
-       testing::acknowledgeMessageBox(&box.first, &box.second)},
-      5000);
-  QTest::keyClick(&window, Qt::Key_G);
-  EXPECT_EQ(box, Box("Serial Port", "Cannot open GPS port"));
   auto* monitorGps = window.findChild<QWidget*>("MonitorGPSWnd");
-  ASSERT_TRUE(monitorGps && monitorGps->isVisible());
+  ASSERT_TRUE(monitorGps);
   EXPECT_EQ(monitorGps->windowTitle(), "Monitor GPS");
-  QTest::keyClick(monitorGps, Qt::Key_X);
-  EXPECT_FALSE(monitorGps->isVisible());
-  EXPECT_EQ(window.focusWidget(), &window);  // the menu's keys, when the window is active
+  struct Case {
+    int button;
+    std::int32_t gpsEnabled;
+    bool opens;
+  };
+  for (const auto [button, gpsEnabled, opens] :
+       {Case{729, 0, true}, Case{kIdOk, 1, true}, Case{kIdOk, 0, false}}) {
+    SCOPED_TRACE(::testing::Message() << "button " << button << ", GPS " << gpsEnabled);
+    context.settings.gpsEnabled = gpsEnabled;
+    Box box;
+    testing::ModalScript script(
+        {testing::onDialog([button](QDialog* dialog) { testing::click(dialog, button); }),
+         testing::acknowledgeMessageBox(&box.first, &box.second)},
+        5000);
+    QTest::keyClick(&window, Qt::Key_G);
+    EXPECT_EQ(box, gpsEnabled == 1 ? Box("Serial Port", "Cannot open GPS port") : Box());
+    EXPECT_EQ(monitorGps->isVisible(), opens);
+    if (!opens) continue;
+    QTest::keyClick(monitorGps, Qt::Key_X);
+    EXPECT_FALSE(monitorGps->isVisible());
+    EXPECT_EQ(window.focusWidget(), &window);  // the menu's keys, when the window is active
+  }
 }
 
 }  // namespace

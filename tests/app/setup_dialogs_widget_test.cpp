@@ -66,7 +66,7 @@ TEST_P(SetupDialogWidgets, LoggerSetupListsPathAndOk) {
 }
 
 // Monitor GPS Output stores without saving and ends with 1; OK stores and
-// saves.
+// saves, and with GPS input enabled also ends with 1.
 TEST_P(SetupDialogWidgets, GpsPortMonitorThenOk) {
   const int monitor = run(&runGpsPortSetup, context, {onDialog([&](QDialog* dialog) {
     checkLook(dialog, layout, "gps_port", "Set GPS Port",
@@ -83,11 +83,11 @@ TEST_P(SetupDialogWidgets, GpsPortMonitorThenOk) {
   EXPECT_EQ(std::tuple(monitor, context.settings.gpsEnabled, context.settings.gpsPort),
             std::tuple(1, 1, 11));
   EXPECT_EQ(savedFile(context), fileBefore);
-  run(&runGpsPortSetup, context, {onDialog([&](QDialog* dialog) {
+  const int ok = run(&runGpsPortSetup, context, {onDialog([&](QDialog* dialog) {
     select(dialog, 722, 5);
     click(dialog, kIdOk);
   })});
-  EXPECT_EQ(context.settings.gpsBaudIndex, 5);
+  EXPECT_EQ(std::tuple(ok, context.settings.gpsBaudIndex), std::tuple(1, 5));
   EXPECT_EQ(savedFile(context), fileFor(context.settings));
 }
 

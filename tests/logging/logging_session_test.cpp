@@ -16,6 +16,7 @@
 #include "base/text_codec.h"
 #include "datafile/data_file_reader.h"
 #include "datafile/record_writers.h"
+#include "gps/gps_line_assembler.h"
 #include "logging/command_keys.h"
 #include "support/temp_folder.h"
 
@@ -44,7 +45,10 @@ struct FakeView : LoggingView {
   void showLineAndStation(std::u16string_view, std::string_view) override {}
   void showMessage(std::string_view text) override { note("message " + std::string(text)); }
   void showReading(const ReadingShown& shown) override { readings.push_back(shown); }
-  void showGps(const GpsFieldsShown&) override {}
+  void showGps(const GpsFieldsShown& g) override {
+    note("gps " + g.fixCount.value_or("-") + "|" + g.satellites.value_or("-") + "|" +
+         g.fix.value_or("-") + "|" + g.pdop.value_or("-"));
+  }
   void redraw() override {}
   void addToProfile(const FiledValues&, std::int32_t, TraceFlags& traceContinues) override {
     traceContinues[0] = 1;
@@ -117,14 +121,25 @@ struct LoggingRun : ::testing::Test {
         shortened.push_back(reading->instrumentRecord);
       else if (auto* text = std::get_if<TextRecord>(&record.value))
         shortened.push_back(text->typeLetter + text->text);
+      else if (auto* gps = std::get_if<GpsSentenceRecord>(&record.value))
+        shortened.push_back((gps->valid ? "@" : "?") + gps->sentence + "!" +
+                            formatInteger(gps->tick));
       else
         shortened.push_back(bytes.substr(record.offset, 1));
     }
     return shortened;
   }
 
+  // The receiver's bytes as the GPS reader hands them on, arriving at `tick`.
+  void gpsBytes(std::string_view bytes, std::uint32_t tick) {
+    gpsAssembler.feed(bytes, tick, [&](std::string_view text, std::uint32_t at) {
+      judgeGpsLine(text, at, [&](const GpsLine& line) { session.onGpsLine(line); });
+    });
+  }
+
   Settings settings;
   InstrumentLink link;
+  GpsLineAssembler gpsAssembler;
   FakeClock clock;
   FakeView view{settings, clock};
   LoggingSession session{settings, link, view, clock};
@@ -221,6 +236,37 @@ TEST_F(LoggingRun, NewLineStartsTheStationsAgainAndTheFirstGroupStays) {
   const Lines records = recordsAfterHeader();
   EXPECT_EQ(Lines(records.begin(), records.begin() + 8),
             (Lines{"L", "B", "A", "Z", "*", "S", "*", "X$STARTED"}));
+}
+
+// Sentences are shown in every state but written, among the readings in the
+// order they arrived, only while logging; a line without "$" is written twice
+// and carries the tick of the last "$".
+// While a dialog holds the display back they are still written, and neither
+// shown nor counted.
+TEST_F(LoggingRun, GpsSentencesAreWrittenOnlyWhileLoggingInArrivalOrder) {
+  const std::string gga = "$GPGGA,123519,4807.038,N,01131.000,E,1,08,0.9,545.4,M,46.9,M,,*47";
+  const std::string badGga = gga.substr(0, gga.size() - 1) + "6";
+  start();
+  gpsBytes(gga + "\r\n", 1);  // Monitor: shown, not counted
+  session.onKey('C');
+  session.onKey('G');
+  gpsBytes(gga + "\r\n$GPGSA,A,3,04,05,,09,12,,,24,,,,,2.5,1.3,2.1*39\r\n", 2);
+  reading(kReleased);
+  gpsBytes("ABC\r\n" + badGga + "\r\n", 3);
+  session.setGpsDisplaySuppressed(true);
+  gpsBytes(gga + "\r\n", 4);
+  session.setGpsDisplaySuppressed(false);
+  session.onKey(' ');  // pause
+  gpsBytes(gga + "\r\n", 5);
+  Lines shown;
+  std::copy_if(view.calls.begin(), view.calls.end(), std::back_inserter(shown),
+               [](const std::string& call) { return call.starts_with("gps "); });
+  EXPECT_EQ(shown, (Lines{"gps -| 8|AGPS|-", "gps 1    | 8|AGPS|-", "gps -|-|-|2.5 ", "gps -|-|-|-",
+                          "gps -|-|-|-", "gps -|??||-", "gps -| 8|AGPS|-"}));
+  EXPECT_EQ(recordsAfterHeader(),
+            (Lines{"X$STARTED", "@" + gga + "!2",
+                   "@$GPGSA,A,3,04,05,,09,12,,,24,,,,,2.5,1.3,2.1*39!2", "T 012.0-01.5", "?ABC!2",
+                   "?ABC!2", "?" + badGga + "!3", "@" + gga + "!4", "X$PAUSED"}));
 }
 
 // Stale ticks while the comment dialog is up: five breaks, the end, and the

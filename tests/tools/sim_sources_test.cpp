@@ -7,9 +7,12 @@
 #include <set>
 #include <vector>
 
+#include "base/number_text.h"
 #include "gc40-sim/instrument_records.h"
 #include "gc40-sim/nmea_replay.h"
+#include "gc40-sim/nmea_walker.h"
 #include "gc40-sim/sim_options.h"
+#include "gps/nmea.h"
 #include "support/child_process.h"
 #include "support/temp_folder.h"
 
@@ -102,6 +105,36 @@ TEST(NmeaReplay, SendsEachLineAsItIsAtTheCapturesOwnPaceOrAFixedOne) {
   const std::string round = pieces + "|";
   EXPECT_EQ(looped, (round + round + round).substr(0, looped.size()));
   EXPECT_EQ(fixedGaps, std::vector<milliseconds::rep>(20, 250));
+}
+
+// Each second a GGA, GSA and RMC with good checksums; the time and date go on
+// past midnight, and the position moves at walking pace.
+TEST(NmeaWalker, EverySecondAValidFixThatWalksOnAtWalkingPace) {
+  NmeaWalker walker = startNmeaWalker(sys_days(2026y / 11 / 21) + 23h + 59min + 59s);
+  std::vector<std::string> sentences;
+  for (int second = 0; second < 11; ++second) {
+    const Chunk chunk = nextWalkerChunk(walker);
+    EXPECT_EQ(chunk.gapAfter, 1s);
+    for (std::size_t start = 0, end; (end = chunk.bytes.find("\r\n", start)) != std::string::npos;
+         start = end + 2) {
+      sentences.push_back(chunk.bytes.substr(start, end - start));
+      EXPECT_TRUE(nmeaChecksumValid(sentences.back())) << sentences.back();
+    }
+    ASSERT_EQ(sentences.size(), 3u * (second + 1)) << chunk.bytes;
+  }
+  const auto field = [&](int sentence, int n) {
+    return std::string(getField(sentences[sentence], n).value_or("(none)"));
+  };
+  EXPECT_EQ(field(0, 1) + field(0, 2) + ' ' + field(0, 7) + ' ' + field(0, 8),
+            "$GPGGA235959.00 1 08");
+  EXPECT_EQ(field(1, 1) + ' ' + field(1, 16), "$GPGSA 1.8");
+  EXPECT_EQ(field(2, 1) + field(2, 2) + field(2, 3) + field(2, 10), "$GPRMC235959.00A211126");
+  EXPECT_EQ(field(3, 2) + ' ' + field(5, 10), "000000.00 221126");
+  // Ten seconds at 1.4 m/s, 30 degrees east of north: some 12 m north.
+  const double minutesNorth =
+      parseDecimalPrefix(field(30, 3).substr(2)) - parseDecimalPrefix(field(0, 3).substr(2));
+  EXPECT_NEAR(minutesNorth * 1852, 12.1, 0.5);
+  EXPECT_NE(field(30, 5), field(0, 5));
 }
 
 using Arguments = std::vector<std::string_view>;
