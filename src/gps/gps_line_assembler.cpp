@@ -11,12 +11,11 @@ void GpsLineAssembler::feed(std::string_view bytes, std::uint32_t tick, const Li
       buffer_[0] = '$';
       position_ = 1;
     } else if (byte == '\n') {
-      // The carriage return before the line feed is cut (only one: CR CR LF
-      // keeps a CR, which the checksum's hex reading stops at). A receiver
-      // that ends its lines with a bare line feed keeps its last character.
-      // A NUL inside ends the text earlier, as it ends a C string.
-      std::string_view text(buffer_.data(), position_);
-      if (text.ends_with('\r')) text.remove_suffix(1);
+      // The byte before the line feed is cut whatever it is: the CR of CR LF,
+      // one CR of CR CR LF (the checksum's hex reading stops at the other),
+      // and the last character of a line ended by a bare LF, whose checksum
+      // then fails. A NUL inside ends the text earlier, as in a C string.
+      const std::string_view text(buffer_.data(), position_ > 0 ? position_ - 1 : 0);
       position_ = 0;
       onLine(text.substr(0, text.find('\0')), sentenceTick_);
     } else {

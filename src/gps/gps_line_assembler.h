@@ -1,8 +1,8 @@
 #pragma once
 // Assembles the GPS receiver's bytes into lines: a "$" starts a sentence (and
-// notes its arrival tick), a line feed ends the line (cutting the carriage
-// return before it), and a line that runs past 200 characters
-// starts over. The Monitor GPS screen lists these lines as they are; the
+// notes its arrival tick), a line feed ends the line (cutting the byte
+// before it, normally the carriage return), and a line that runs past 200
+// characters starts over. The Monitor GPS screen lists these lines as they are; the
 // logging run judges them first (judgeGpsLine).
 
 #include <array>
