@@ -85,7 +85,7 @@ void DisplayOptionsView::onOk() {
     controls.traceVisible[i] = visible_[i]->isChecked();
   controls.gridScale = grid_->currentIndex();
   context_.profileTraces = acceptDisplayOptions(context_.settings, controls);
-  saveSettings(context_);
+  saveSettings(context_, this);
   done(0);
 }
 

@@ -36,7 +36,7 @@ void GpsPortDialog::finish(bool monitor) {
   readCombos(combos_, controls);
   const GpsPortOutcome outcome = monitor ? monitorGpsOutput(context_.settings, controls)
                                          : acceptGpsPortSetup(context_.settings, controls);
-  if (outcome.saveSettings) saveSettings(context_);
+  if (outcome.saveSettings) saveSettings(context_, this);
   done(outcome.result);
 }
 

@@ -26,7 +26,7 @@ void LoggerSetupDialog::onOk() {
   LoggerSetupControls controls = openLoggerSetup(context_.settings);
   readCombos(combos_, controls);
   acceptLoggerSetup(context_.settings, controls);
-  saveSettings(context_);
+  saveSettings(context_, this);
   done(0);
 }
 

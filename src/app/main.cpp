@@ -17,9 +17,19 @@
 #include "platform/qt_text.h"
 #include "platform/remote_control.h"
 #include "platform/single_instance.h"
+#include "platform/stop_signal_watch.h"
 #include "platform/storage.h"
 
 namespace {
+
+// A shutdown, Ctrl-C or a closed terminal: a recording is paused and its file
+// closed as Pause and Exit would, without a question; every loop (the main
+// one and any dialog's) then ends, and on the way out of main the simulator
+// is stopped and the single-instance socket and temporary folders removed.
+void endOnStopSignal(gc40::LoggingWindow* logging) {
+  if (logging) logging->shutDown();
+  QApplication::exit(0);
+}
 
 int runLogger(int argc, char** argv) {
   const std::vector<std::string_view> arguments(argv + 1, argv + argc);
@@ -44,6 +54,9 @@ int runLogger(int argc, char** argv) {
     return 1;
   }
   QApplication application(argc, argv);
+  // From here on a stop signal ends the program in order: see endOnStopSignal.
+  gc40::StopSignalWatch stopSignals;
+  if (std::string error; !stopSignals.start(&error)) std::cerr << "gc40: " << error << "\n";
   // Before the settings are read: a second copy must not touch the files.
   gc40::SingleInstance instance(storage.root);
   if (!instance.isFirst()) {
@@ -74,12 +87,19 @@ int runLogger(int argc, char** argv) {
   gc40::MainCommands commands(window);
   QObject::connect(&instance, &gc40::SingleInstance::raiseRequested, &window,
                    &gc40::MainWindow::bringToFront);
+  auto* logging = window.findChild<gc40::LoggingWindow*>();
+  QObject::connect(&stopSignals, &gc40::StopSignalWatch::stopRequested, &window,
+                   [logging] { endOnStopSignal(logging); });
   std::optional<gc40::RemoteControl> control;
   if (options.remoteControl) {
     control.emplace();
-    QObject::connect(window.findChild<gc40::LoggingWindow*>(),
-                     &gc40::LoggingWindow::readingRecorded, &*control, [&control](double station) {
+    QObject::connect(logging, &gc40::LoggingWindow::readingRecorded, &*control,
+                     [&control](double station) {
                        control->report("recorded " + gc40::qText(gc40::formatRoundTrip(station)));
+                     });
+    QObject::connect(logging, &gc40::LoggingWindow::writeFailed, &*control,
+                     [&control](const QString& path, const QString& reason) {
+                       control->report("write-failed " + path + ": " + reason);
                      });
   }
   window.show();

@@ -5,6 +5,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QSignalBlocker>
 
@@ -34,8 +35,13 @@ void fillCombo(QComboBox* combo, const ComboBox& model) {
   combo->setCurrentIndex(model.selection);
 }
 
-void saveSettings(LoggerContext& context) {
-  loadOrSaveSettings(context.settings, context.storage.settingsFolder(), true);
+void saveSettings(LoggerContext& context, QWidget* owner) {
+  const SettingsFileResult saved =
+      loadOrSaveSettings(context.settings, context.storage.settingsFolder(), true);
+  if (saved.outcome != SettingsFileResult::Outcome::kFailed) return;
+  QMessageBox box(QMessageBox::Warning, QStringLiteral("WARNING"),
+                  QString::fromStdString(saved.error), QMessageBox::Ok, owner);
+  box.exec();
 }
 
 void readCombos(std::span<QComboBox* const> combos, std::span<ComboBox> models) {

@@ -31,8 +31,9 @@ inline constexpr int kIdCancel = 2;
 void fillCombo(QComboBox* combo, const ComboBox& model);
 
 // What every OK does last: the settings file is rewritten. A failed write is
-// not reported; the settings stay in force for this run.
-void saveSettings(LoggerContext& context);
+// told in a "WARNING" box over `owner` naming the file and the reason; the
+// previous file stays as it was and the settings stay in force for this run.
+void saveSettings(LoggerContext& context, QWidget* owner);
 
 // Each list's current selection into its model, kNoSelection when none.
 void readCombos(std::span<QComboBox* const> combos, std::span<ComboBox> models);

@@ -31,13 +31,14 @@ SimulatedInstrument::~SimulatedInstrument() {
 
 bool SimulatedInstrument::start(std::string* error) {
   const QString program = simulatorPath();
-  if (!folder_.isValid()) {
+  folder_.emplace();
+  if (!folder_->isValid()) {
     *error =
-        "cannot make a folder for the simulator's ports: " + folder_.errorString().toStdString();
+        "cannot make a folder for the simulator's ports: " + folder_->errorString().toStdString();
     return false;
   }
-  process_.start(program, {"--link", folder_.filePath("instrument"), "--pattern", "walk",
-                           "--gps-link", folder_.filePath("gps")});
+  process_.start(program, {"--link", folder_->filePath("instrument"), "--pattern", "walk",
+                           "--gps-link", folder_->filePath("gps")});
   if (!process_.waitForStarted(kStartTimeoutMs)) {
     *error = "cannot start " + program.toStdString() + ": " + process_.errorString().toStdString();
     return false;

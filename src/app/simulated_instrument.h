@@ -6,6 +6,7 @@
 
 #include <QProcess>
 #include <QTemporaryDir>
+#include <optional>
 #include <string>
 
 namespace gc40 {
@@ -27,7 +28,7 @@ class SimulatedInstrument {
  private:
   bool readReadyLine(std::string* path);
 
-  QTemporaryDir folder_;
+  std::optional<QTemporaryDir> folder_;  // made only for a simulated run
   QProcess process_;
   std::string devicePath_;
   std::string gpsDevicePath_;

@@ -90,7 +90,7 @@ void SurveySetupView::onOk() {
   values.startStation = startStation_->text().toStdU16String();
   values.stationIncrement = increment_->text().toStdU16String();
   acceptSurveySetup(context_.settings, values);
-  saveSettings(context_);
+  saveSettings(context_, this);
   done(0);
 }
 

@@ -1,6 +1,7 @@
 #include "base/raw_file.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -14,6 +15,12 @@ namespace {
 
 void setError(std::string* error, const std::string& text) {
   if (error) *error = text;
+}
+
+// False, with the system's text for `number` as the reason.
+bool failed(std::string* error, int number) {
+  setError(error, std::strerror(number));
+  return false;
 }
 
 }  // namespace
@@ -46,19 +53,40 @@ std::optional<RawFile> RawFile::openForAppend(const std::filesystem::path& path,
   return open(path, O_WRONLY | O_CREAT | O_APPEND, error);
 }
 
-bool RawFile::write(std::string_view bytes) {
-  if (fd_ < 0) return false;
-  const ssize_t written = ::write(fd_, bytes.data(), bytes.size());
-  return written >= 0 && static_cast<std::size_t>(written) == bytes.size();
+bool RawFile::write(std::string_view bytes, std::string* error) {
+  if (fd_ < 0) return failed(error, EBADF);
+  while (!bytes.empty()) {
+    const ssize_t written = ::write(fd_, bytes.data(), bytes.size());
+    if (written < 0 && errno == EINTR) continue;
+    // A full device may take part of the text and refuse the rest; the next
+    // call then gives the reason. Zero bytes taken is that refusal too.
+    if (written <= 0) return failed(error, written == 0 ? ENOSPC : errno);
+    bytes.remove_prefix(static_cast<std::size_t>(written));
+  }
+  return true;
 }
 
-bool RawFile::sync() { return fd_ >= 0 && ::fsync(fd_) == 0; }
+bool RawFile::sync(std::string* error) {
+  return fd_ >= 0 && ::fdatasync(fd_) == 0 ? true : failed(error, fd_ < 0 ? EBADF : errno);
+}
 
-bool RawFile::close() {
+bool RawFile::truncate(std::uint64_t size, std::string* error) {
+  return fd_ >= 0 && ::ftruncate(fd_, static_cast<off_t>(size)) == 0
+             ? true
+             : failed(error, fd_ < 0 ? EBADF : errno);
+}
+
+std::optional<std::uint64_t> RawFile::size() const {
+  struct stat status {};
+  if (fd_ < 0 || ::fstat(fd_, &status) != 0) return std::nullopt;
+  return static_cast<std::uint64_t>(status.st_size);
+}
+
+bool RawFile::close(std::string* error) {
   if (fd_ < 0) return true;
   const bool closed = ::close(fd_) == 0;
   fd_ = -1;
-  return closed;
+  return closed ? true : failed(error, errno);
 }
 
 std::optional<std::string> readFilePrefix(const std::filesystem::path& path, std::size_t maxBytes) {
@@ -80,13 +108,13 @@ bool replaceFileByLines(const std::filesystem::path& path, const std::vector<std
   std::optional<RawFile> file = RawFile::create(temporary, error);
   if (!file) return false;
   bool ok = true;
-  for (const std::string& line : lines) ok = ok && file->write(line);
-  ok = ok && file->sync();
-  ok = file->close() && ok;
+  for (const std::string& line : lines) ok = ok && file->write(line, error);
+  ok = ok && file->sync(error);
+  ok = file->close(ok ? error : nullptr) && ok;
   std::error_code renameError;
   if (ok) std::filesystem::rename(temporary, path, renameError);
   if (ok && !renameError) return true;
-  setError(error, renameError ? renameError.message() : std::string(std::strerror(errno)));
+  if (renameError) setError(error, renameError.message());
   std::error_code ignored;
   std::filesystem::remove(temporary, ignored);
   return false;

@@ -2,6 +2,7 @@
 // Files written the way the logger needs: unbuffered, each write() one system
 // call, so what has been written is in the file even if the program dies next.
 
+#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -30,11 +31,17 @@ class RawFile {
   static std::optional<RawFile> openForAppend(const std::filesystem::path& path,
                                               std::string* error = nullptr);
 
-  // One write call for the whole text; false when not all of it was written.
-  bool write(std::string_view bytes);
-  // Commits what was written to the storage device.
-  bool sync();
-  bool close();
+  // Writes the whole text, as one write call unless the system takes part of
+  // it; false with the system's reason when not all of it was written.
+  bool write(std::string_view bytes, std::string* error = nullptr);
+  // Commits what was written to the storage device (its data, and the size
+  // the data needs).
+  bool sync(std::string* error = nullptr);
+  // Cuts the file to `size` bytes.
+  bool truncate(std::uint64_t size, std::string* error = nullptr);
+  // The file's size now, or nullopt when it cannot be read.
+  std::optional<std::uint64_t> size() const;
+  bool close(std::string* error = nullptr);
 
  private:
   explicit RawFile(int fd) : fd_(fd) {}

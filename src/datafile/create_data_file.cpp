@@ -51,15 +51,18 @@ std::optional<DataFile> createDataFile(QWidget* owner, const Settings& settings,
     }
     std::string error;
     std::optional<DataFile> file = DataFile::createNew(*chosen, &error);
-    if (!file) {
-      // Unlike a name clash this cannot be fixed by typing, but the operator
-      // may pick another folder; recording into nowhere is never an option.
-      warn(owner, QStringLiteral("Cannot create %1: %2")
-                      .arg(QFile::decodeName(chosen->c_str()), QString::fromStdString(error)));
-      continue;
+    if (file &&
+        writeNewFileHeader(*file, settings, platform::localTimeNow(), platform::tickCount()))
+      return file;
+    if (file) {  // a file without its whole header is worth nothing: no room on the device
+      error = file->failure();
+      file.reset();
+      std::filesystem::remove(*chosen, ignored);
     }
-    writeNewFileHeader(*file, settings, platform::localTimeNow(), platform::tickCount());
-    return file;
+    // Unlike a name clash this cannot be fixed by typing, but the operator
+    // may pick another folder; recording into nowhere is never an option.
+    warn(owner, QStringLiteral("Cannot create %1: %2")
+                    .arg(QFile::decodeName(chosen->c_str()), QString::fromStdString(error)));
   }
 }
 

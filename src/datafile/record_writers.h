@@ -1,6 +1,8 @@
 #pragma once
 // The record writers that the logging screen calls: each forms its records
-// and writes them to the open data file. False when a write failed.
+// and writes them to the open data file, a group (the line block, a GPS
+// sentence) as a whole. False when a write failed; the file then holds none
+// of the group.
 
 #include <cstdint>
 #include <string_view>

@@ -99,6 +99,7 @@ void LoggingSession::createFile() {
   // A file made while the run was being given up is closed again unused.
   if (!running_ || !file) return;
   dataFile_.emplace(std::move(*file));
+  unsyncedSince_ = clock_.tickCount();  // the header
   view_.showFileName(fileText(windows1252ToWide(dataFile_->baseName())));
   view_.showStateText(stateText(kStandByState));
   showLineAndStation();
@@ -126,16 +127,21 @@ void LoggingSession::go() {
 }
 
 void LoggingSession::pause() {
-  writeNote(kPausedNote);
-  // Closing and reopening commits what was recorded so far. A failure is not
-  // reported: later records are lost silently.
-  if (dataFile_) dataFile_->reopenAtEnd();
+  if (!writeNote(kPausedNote)) return;
+  // Closing and reopening commits what was recorded so far.
+  unsyncedSince_.reset();
+  if (!dataFile_->reopenAtEnd()) return abandonFile();
   view_.showStateText(stateText(kStandByState));
   showStandByButtons();
+  stopTakingReadings();
+  state_.loggingState = kStandByState;
+}
+
+// Back to one record per reading, as outside Logging.
+void LoggingSession::stopTakingReadings() {
   link_.recordsPerReading = 1;
   link_.recordCounter = 0;
   if (state_.surveyMode == kWheelMode) settings_.surveyModeSetting = kAutoMode;
-  state_.loggingState = kStandByState;
 }
 
 void LoggingSession::newLine() {
@@ -145,12 +151,12 @@ void LoggingSession::newLine() {
     showLineAndStation();
     state_.stationStarted = 0;
     state_.traceContinues = {};
-    if (dataFile_) {
-      const LocalTime now = clock_.localTime();
-      writeLineBlock(*dataFile_, settings_, now);
-      writeTimeMark(*dataFile_, now, clock_.tickCount());
-    }
+    const LocalTime now = clock_.localTime();
+    toFile([&](DataFile& file) {
+      return writeLineBlock(file, settings_, now) && writeTimeMark(file, now, clock_.tickCount());
+    });
     writeStationMark();
+    syncFile();
   }
   view_.redraw();
 }
@@ -170,8 +176,10 @@ void LoggingSession::newStation() {
 void LoggingSession::comment() {
   const std::optional<std::u16string> text = view_.runComment();
   if (!running_) return;
-  if (text && dataFile_) {
-    writeTextRecord(*dataFile_, *text, recordLetter::kComment, clock_.tickCount());
+  if (text) {
+    toFile([&](DataFile& file) {
+      return writeTextRecord(file, *text, recordLetter::kComment, clock_.tickCount());
+    });
   }
   view_.redraw();
 }
@@ -215,10 +223,10 @@ void LoggingSession::onReading() {
     view_.showMessage(averagingText(progress.sample, samples));
     averaged = progress.complete;
   }
-  shown.recorded = triggered && (state_.averagingActive != 1 || averaged);
+  shown.recordedStation = settings_.currentStation;
+  shown.recorded = triggered && (state_.averagingActive != 1 || averaged) &&
+                   recordReading(record, arrival, averaged);
   if (shown.recorded) {
-    shown.recordedStation = settings_.currentStation;
-    recordReading(record, arrival, averaged);
     shown.station = stationText(settings_.currentStation);
     if (state_.readingsPerStation > 1) shown.count = formatInteger(state_.readingsAtStation);
   }
@@ -228,16 +236,19 @@ void LoggingSession::onReading() {
   }
 }
 
-void LoggingSession::recordReading(std::string_view record, std::uint32_t arrival, bool averaged) {
+// Only a reading that is on file counts toward its station.
+bool LoggingSession::recordReading(std::string_view record, std::uint32_t arrival, bool averaged) {
   std::optional<std::array<float, 2>> rawAverages;
   if (averaged) rawAverages = {state_.averagedRaw1, state_.averagedRaw2};
-  ++state_.readingsAtStation;
-  if (dataFile_) {
-    writeReadingRecord(*dataFile_,
-                       recordedRecordText(record, rawAverages, state_.readingsAtStation), arrival);
-  }
+  const std::int32_t repeat = state_.readingsAtStation + 1;
+  const bool written = toFile([&](DataFile& file) {
+    return writeReadingRecord(file, recordedRecordText(record, rawAverages, repeat), arrival);
+  });
+  if (!written) return false;
+  state_.readingsAtStation = repeat;
   if (countTowardBeep(state_, effectiveIndex(settings_, kAudioSetting) == 1)) view_.beep();
   advanceStation(state_, settings_);
+  return true;
 }
 
 // In Manual logging the trigger takes the readings, so its mark is not shown;
@@ -250,6 +261,8 @@ char LoggingSession::triggerIndicator(bool pressed) const {
 
 void LoggingSession::onTimerTick() {
   if (!running_ || watchStopped_) return;
+  // Syncing here keeps the wait for the storage device off the readings' path.
+  if (unsyncedSince_ && clock_.tickCount() - *unsyncedSince_ >= kSyncAfterMs) syncFile();
   if (clock_.tickCount() - link_.lastRecordTick <= kConnectionTimeoutMs) return;
   if (++link_.staleTicks < kStaleTicksToGiveUp) {
     reportConnectionBreak();
@@ -295,12 +308,23 @@ void LoggingSession::onGpsLine(const GpsLine& line) {
   if (!gpsDisplaySuppressed_) view_.showGps(onGpsSentence(gps_, line.text, line.valid, recording));
   if (!recording) return;
   using namespace recordLetter;
-  writeGpsRecords(*dataFile_, line.text, line.tick, line.valid ? kGpsValid : kGpsInvalid,
-                  line.valid ? kGpsValidContinuation : kGpsInvalidContinuation);
+  toFile([&](DataFile& file) {
+    return writeGpsRecords(file, line.text, line.tick, line.valid ? kGpsValid : kGpsInvalid,
+                           line.valid ? kGpsValidContinuation : kGpsInvalidContinuation);
+  });
+}
+
+void LoggingSession::shutDown() {
+  if (!running_) return;
+  if (state_.loggingState == kLoggingState) pause();
+  exitLogging(true);
 }
 
 void LoggingSession::endRun() {
+  if (dataFile_ && !dataFile_->close())
+    view_.showWriteFailure(dataFile_->path(), dataFile_->failure());
   dataFile_.reset();
+  unsyncedSince_.reset();
   gps_.gpsFixCount = 0;
   state_.keysActive = 0;
   state_.loggingState = kMonitorState;
@@ -309,15 +333,51 @@ void LoggingSession::endRun() {
 }
 
 // Notes go only into an open file; Monitor has none.
-void LoggingSession::writeNote(std::u16string_view note) {
-  if (dataFile_) writeTextRecord(*dataFile_, note, recordLetter::kEvent, clock_.tickCount());
+bool LoggingSession::writeNote(std::u16string_view note) {
+  return toFile([&](DataFile& file) {
+    return writeTextRecord(file, note, recordLetter::kEvent, clock_.tickCount());
+  });
 }
 
 void LoggingSession::writeStationMark() {
-  if (!dataFile_) return;
   const LocalTime now = clock_.localTime();
-  writeStationRecord(*dataFile_, settings_, now);
-  writeTimeMark(*dataFile_, now, clock_.tickCount());
+  toFile([&](DataFile& file) {
+    return writeStationRecord(file, settings_, now) && writeTimeMark(file, now, clock_.tickCount());
+  });
+}
+
+template <typename Write>
+bool LoggingSession::toFile(Write&& write) {
+  if (!dataFile_) return false;
+  if (!write(*dataFile_)) {
+    abandonFile();
+    return false;
+  }
+  if (!unsyncedSince_) unsyncedSince_ = clock_.tickCount();
+  return true;
+}
+
+void LoggingSession::syncFile() {
+  unsyncedSince_.reset();
+  if (dataFile_ && !dataFile_->sync()) abandonFile();
+}
+
+// The file already ends at its last whole record: it is closed as it stands
+// and the run goes back to Monitor, so that no later reading is taken for
+// recorded. Create File starts afresh once there is room.
+void LoggingSession::abandonFile() {
+  const std::filesystem::path path = dataFile_->path();
+  const std::string reason = dataFile_->failure();
+  dataFile_->close();
+  dataFile_.reset();
+  unsyncedSince_.reset();
+  stopTakingReadings();
+  state_.loggingState = kMonitorState;
+  state_.selectedButton = 0;
+  view_.showStateText(stateText(kMonitorState));
+  view_.showFileName(u"");
+  view_.showButtons({ButtonGroup::kMonitor, 0, state_.selectedButton});
+  view_.showWriteFailure(path, reason);
 }
 
 }  // namespace gc40

@@ -22,6 +22,9 @@ namespace gc40 {
 
 inline constexpr std::uint32_t kConnectionTimeoutMs = 300;  // also the timer's period
 inline constexpr std::int32_t kStaleTicksToGiveUp = 6;
+// Written records wait at most this long, plus one timer period, before they
+// are synced to storage, so a power cut loses less than a second.
+inline constexpr std::uint32_t kSyncAfterMs = 500;
 
 class LoggingSession {
  public:
@@ -50,6 +53,9 @@ class LoggingSession {
   // Leaves the window, asking first when a file is open unless forced. False
   // when the operator chose to stay.
   bool exitLogging(bool forced);
+  // The program is being ended: a recording is paused as Pause does, then the
+  // run is left as Exit does, without a question.
+  void shutDown();
 
   bool running() const { return running_; }
   const LoggingRunState& state() const { return state_; }
@@ -61,6 +67,7 @@ class LoggingSession {
   void createFile();
   void go();
   void pause();
+  void stopTakingReadings();
   void newLine();
   void newStation();
   void comment();
@@ -68,14 +75,20 @@ class LoggingSession {
   void showStandByButtons();
   void showLineAndStation();
 
-  void recordReading(std::string_view record, std::uint32_t arrival, bool averaged);
+  bool recordReading(std::string_view record, std::uint32_t arrival, bool averaged);
   char triggerIndicator(bool pressed) const;
 
   void reportConnectionBreak();
   void giveUpConnection();
 
-  void writeNote(std::u16string_view note);
+  bool writeNote(std::u16string_view note);
   void writeStationMark();
+  // Writes into the open file, if any, through `write`: a failure stops the
+  // recording (abandonFile), a success is synced within kSyncAfterMs.
+  template <typename Write>
+  bool toFile(Write&& write);
+  void syncFile();
+  void abandonFile();
   void endRun();
 
   Settings& settings_;
@@ -84,6 +97,7 @@ class LoggingSession {
   LoggingClock& clock_;
   LoggingRunState state_;
   std::optional<DataFile> dataFile_;
+  std::optional<std::uint32_t> unsyncedSince_;  // tick of the oldest write not yet synced
   bool running_ = false;
   bool watchStopped_ = false;  // the watch has given up; later ticks mean nothing
   GpsStatus gps_;

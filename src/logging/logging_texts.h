@@ -2,6 +2,7 @@
 // The event notes the logging screen records and the questions and warnings
 // it puts in boxes; the status display's own texts are in status_texts.h.
 
+#include <string>
 #include <string_view>
 
 namespace gc40 {
@@ -16,5 +17,13 @@ inline constexpr std::string_view kNoConnectionCaption = "NO CONNECTION";
 inline constexpr std::string_view kNoConnectionText = "NO CONNECTION Press <ENTER> to STOP";
 inline constexpr std::string_view kConfirmExitCaption = "Confirm Exit";
 inline constexpr std::string_view kConfirmExitText = "Exit Logging?";
+
+// Recording stopped because the data file could not be written.
+inline constexpr std::string_view kWriteFailureCaption = "WARNING";
+inline std::string writeFailureText(std::string_view path, std::string_view reason) {
+  return "Cannot write to " + std::string(path) + ": " + std::string(reason) +
+         ".\nRecording has stopped. Every reading before this is in the file.\n"
+         "Make room, then create a new file to go on.";
+}
 
 }  // namespace gc40

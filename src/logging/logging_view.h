@@ -4,6 +4,7 @@
 // dialogs it is asked for and leaves; every decision stays in the session.
 
 #include <cstdint>
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -48,8 +49,8 @@ class LoggingView {
 
   // The status screen. Each call replaces what its field showed before.
   virtual void showButtons(const ButtonGroupShown& buttons) = 0;  // hides the other groups
-  virtual void showStateText(std::string_view text) = 0;  // "Monitor", "Stand By", "Logging"
-  virtual void showFileName(std::u16string_view text) = 0;   // "File:" and up to 8 characters
+  virtual void showStateText(std::string_view text) = 0;    // "Monitor", "Stand By", "Logging"
+  virtual void showFileName(std::u16string_view text) = 0;  // "File:" and up to 8 characters
   virtual void showLineAndStation(std::u16string_view line, std::string_view station) = 0;
   virtual void showMessage(std::string_view text) = 0;  // the message field; "" clears it
   virtual void showReading(const ReadingShown& shown) = 0;
@@ -88,6 +89,10 @@ class LoggingView {
   // the operator has acknowledged it.
   virtual void showNoConnection() = 0;
   virtual void closeDialogs() = 0;
+  // The data file at `path` could not be written or committed (`reason` is
+  // the system's): recording has stopped and the run is back in Monitor.
+  // Tells the operator without holding up the readings.
+  virtual void showWriteFailure(const std::filesystem::path& path, std::string_view reason) = 0;
 
   // The run is over and the data file closed: stop the connection timer,
   // close the ports, hide the window and give the main window its keys back.

@@ -1,6 +1,7 @@
 #include "logging/logging_window.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMessageBox>
@@ -348,6 +349,25 @@ void LoggingWindow::closeDialogs() {
     if (window->windowTitle() == qText(kConfirmExitCaption))
       if (auto* box = qobject_cast<QMessageBox*>(window)) box->done(QMessageBox::No);
   }
+}
+
+// Shown once the reading that failed has been handled: the box's own loop
+// must not run inside the port's read.
+void LoggingWindow::showWriteFailure(const std::filesystem::path& path, std::string_view reason) {
+  const QString file = QFile::decodeName(path.c_str());
+  emit writeFailed(file, QString::fromUtf8(reason.data(), qsizetype(reason.size())));
+  if (shuttingDown_) return;
+  const QString text = QString::fromStdString(writeFailureText(file.toStdString(), reason));
+  QTimer::singleShot(0, this, [this, text] {
+    const auto refocus = keysBackAfterDialog();
+    QMessageBox box(QMessageBox::Warning, qText(kWriteFailureCaption), text, QMessageBox::Ok, this);
+    box.exec();
+  });
+}
+
+void LoggingWindow::shutDown() {
+  shuttingDown_ = true;
+  session_.shutDown();
 }
 
 void LoggingWindow::leave() {

@@ -43,12 +43,18 @@ class LoggingWindow : public QWidget, private LoggingView {
   void startRun(std::unique_ptr<QSerialPort> instrumentPort);
 
   const LoggingSession& session() const { return session_; }
+  // The program is ending: a recording is paused and the run left without a
+  // question, with no box shown.
+  void shutDown();
 
  signals:
   // The run is over and the screen hidden: the main menu takes keys again.
   void runEnded();
   // A reading went into the data file at `station`.
   void readingRecorded(double station);
+  // The data file could not be written, for the system's `reason`; recording
+  // has stopped.
+  void writeFailed(const QString& path, const QString& reason);
 
  protected:
   bool event(QEvent* event) override;
@@ -85,6 +91,7 @@ class LoggingWindow : public QWidget, private LoggingView {
   bool confirmExit() override;
   void showNoConnection() override;
   void closeDialogs() override;
+  void showWriteFailure(const std::filesystem::path& path, std::string_view reason) override;
   void leave() override;
 
   LoggerContext& context_;
@@ -104,6 +111,7 @@ class LoggingWindow : public QWidget, private LoggingView {
   InstrumentReader* reader_ = nullptr;
   PortReader* gpsReader_ = nullptr;
   GpsLineAssembler gpsLines_;
+  bool shuttingDown_ = false;
 };
 
 }  // namespace gc40

@@ -33,7 +33,7 @@ class NewLineView : public SetupDialog {
     values.startStation = startStation_->text().toStdU16String();
     values.stationIncrement = stationIncrement_->text().toStdU16String();
     acceptNewLine(context_.settings, values);
-    saveSettings(context_);
+    saveSettings(context_, this);
     done(1);
   }
 

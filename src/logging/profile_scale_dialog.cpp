@@ -45,7 +45,7 @@ class ProfileScaleView : public SetupDialog {
         context_.settings,
         {conductivity_.min->text().toStdU16String(), conductivity_.max->text().toStdU16String(),
          inphase_.min->text().toStdU16String(), inphase_.max->text().toStdU16String()});
-    saveSettings(context_);
+    saveSettings(context_, this);
     done(1);
   }
 

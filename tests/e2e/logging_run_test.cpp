@@ -3,6 +3,7 @@
 // leaves is read back record by record.
 
 #include <gtest/gtest.h>
+#include <sys/mount.h>
 
 #include <algorithm>
 #include <charconv>
@@ -17,6 +18,7 @@
 #include "datafile/data_file_reader.h"
 #include "gps/gps_line_assembler.h"
 #include "support/child_process.h"
+#include "support/file_size_limit.h"
 #include "support/settings_listing.h"
 #include "support/temp_folder.h"
 #include "viewer/survey_lines.h"
@@ -38,10 +40,12 @@ class WholeRun : public ::testing::Test {
     // The first value of each record counts the simulator's records, so a
     // lost or doubled one shows.
     std::vector<std::string> simArguments{"--link", meter.string(), "--pattern", "sequence"};
+    simArguments.insert(simArguments.end(), simOptions.begin(), simOptions.end());
     std::vector<std::string> gc40Arguments{"--storage", (folder.path() / "GC40").string(),
                                            "--port",    "COM1=" + meter.string(),
                                            "--control", "--scale",
                                            "1"};
+    if (ownSimulator) gc40Arguments = {"--storage", storage.string(), "--simulate", "--control"};
     if (receiverCapture) {
       simArguments.insert(simArguments.end(), {"--gps-link", receiver.string(), "--nmea",
                                                *receiverCapture, "--nmea-period", "5", "--loop"});
@@ -50,15 +54,25 @@ class WholeRun : public ::testing::Test {
       testing::writeBytes(folder.path() / "GC40" / "FLDINI" / "GC40.INI",
                           testing::fileWithLine(36, "1"));
     }
-    sim = std::make_unique<testing::ChildProcess>(GC40_SIM_BINARY, simArguments,
-                                                  folder.path() / "sim-errors.txt");
-    ASSERT_EQ(sim->readLine(5s), "gc40-sim: ready " + meter.string());
+    if (!ownSimulator) {
+      sim = std::make_unique<testing::ChildProcess>(GC40_SIM_BINARY, simArguments,
+                                                    folder.path() / "sim-errors.txt");
+      ASSERT_EQ(sim->readLine(5s), "gc40-sim: ready " + meter.string());
+    }
     if (receiverCapture) {
       ASSERT_EQ(sim->readLine(5s), "gc40-sim: ready " + receiver.string());
     }
     setenv("HOME", folder.path().c_str(), 1);
-    gc40 = std::make_unique<testing::ChildProcess>(GC40_BINARY, gc40Arguments,
-                                                   folder.path() / "errors.txt");
+    fs::create_directories(temporaryFolder);
+    std::optional<testing::FileSizeLimit> limit;
+    if (fileSizeLimit) limit.emplace(*fileSizeLimit);  // gc40 takes it along
+    startGc40(gc40Arguments);
+  }
+
+  void startGc40(const std::vector<std::string>& arguments) {
+    gc40 = std::make_unique<testing::ChildProcess>(
+        GC40_BINARY, arguments, folder.path() / "errors.txt",
+        std::vector{"TMPDIR=" + temporaryFolder.string()});
     ASSERT_TRUE(waitFront("GC40"));
   }
 
@@ -138,10 +152,15 @@ class WholeRun : public ::testing::Test {
   }
 
   testing::TempFolder folder;
+  fs::path storage = folder.path() / "GC40";
+  fs::path temporaryFolder = folder.path() / "tmp";  // gc40's: what it leaves shows
   fs::path meter = folder.path() / "meter";
   fs::path receiver = folder.path() / "receiver";
   std::optional<std::string> receiverCapture;  // set before SetUp for a GPS run
   std::string shots;                           // no screenshots when empty
+  std::vector<std::string> simOptions;         // more for gc40-sim
+  bool ownSimulator = false;                   // gc40 --simulate instead of gc40-sim here
+  std::optional<rlim_t> fileSizeLimit;         // on the files gc40 writes
   fs::path dataFile = folder.path() / "GC40" / "DATA40" / "E2E.R40";
   std::unique_ptr<testing::ChildProcess> sim;
   std::unique_ptr<testing::ChildProcess> gc40;
@@ -325,6 +344,118 @@ TEST_F(GpsRun, SentencesAmongTheReadingsUntilASilentMeterEndsTheRun) {
   }
   EXPECT_TRUE(unbroken);
   EXPECT_NE(std::count_if(recorded.begin(), recorded.end(), [](auto& l) { return !l.valid; }), 0);
+}
+
+// Storage that fills up while the meter sends flat out: a small tmpfs over
+// the data folder where the test may mount one, else a limit on the size of
+// gc40's files. Either way the device refuses a write part-way.
+class FullStorageRun : public WholeRun {
+ protected:
+  FullStorageRun() {
+    simOptions = {"--period", "1"};
+    fs::create_directories(storage / "DATA40");
+    if (mount("gc40-test", (storage / "DATA40").c_str(), "tmpfs", 0, "size=48k") == 0) {
+      mounted = true;
+      testing::writeBytes(storage / "DATA40" / "ballast", std::string(8192, 'x'));
+    } else {
+      fileSizeLimit = 40 * 1024;
+    }
+  }
+  ~FullStorageRun() override {
+    gc40.reset();
+    if (mounted) umount2((storage / "DATA40").c_str(), MNT_DETACH);
+  }
+  bool mounted = false;
+};
+
+// The file stops at its last whole reading, with every reading gc40 called
+// recorded in it; the operator is told at once, readings go on showing, and
+// once there is room a new file records again.
+TEST_F(FullStorageRun, AFullDeviceStopsTheRecordingAndLosesNothingRecorded) {
+  createFileAndGo();
+  const std::string reason = mounted ? "No space left on device" : "File too large";
+  ASSERT_TRUE(waitForLine("write-failed " + dataFile.string() + ": " + reason));
+  const auto failedAt = std::chrono::steady_clock::now();
+  ASSERT_TRUE(waitFront("WARNING", kLoggingScreen));
+  EXPECT_LT(std::chrono::steady_clock::now() - failedAt, 1s);
+  const std::size_t recorded = loggedStations.size();
+  const std::string bytes = testing::readBytes(dataFile);
+  const DataFileContents contents = readDataFile(bytes);
+  EXPECT_EQ(bytes.size() % 24, 0u);
+  EXPECT_TRUE(contents.problems.empty());
+  EXPECT_EQ(std::count_if(contents.records.begin(), contents.records.end(),
+                          [](auto& r) { return std::holds_alternative<ReadingRecord>(r.value); }),
+            std::ptrdiff_t(recorded));
+  EXPECT_GT(recorded, 500u);
+
+  send("key Return");  // the box
+  ASSERT_TRUE(waitFront("GC40", kLoggingScreen));
+  // The readings still change on the screen (a picture is larger than the
+  // size limit allows, so only on the small file system).
+  const std::string shotPath = GC40_TEST_OUTPUT_DIR "/full_storage_monitor";
+  for (const char* n : {"1", "2"}) {
+    send("shot " + shotPath + n + ".png");
+    ASSERT_TRUE(waitForLine("shot " + shotPath + n + ".png"));
+  }
+  if (mounted)
+    EXPECT_NE(testing::readBytes(shotPath + "1.png"), testing::readBytes(shotPath + "2.png"));
+  EXPECT_EQ(loggedStations.size(), recorded);
+
+  if (mounted) fs::remove(storage / "DATA40" / "ballast");
+  dialog("c", "Create Data File", "E2E2");
+  send("key g");
+  while (loggedStations.size() < recorded + 20) {
+    const auto line = gc40->readLine(10s);
+    ASSERT_TRUE(line);
+    noteRecorded(*line);
+  }
+  dataFile = storage / "DATA40" / "E2E2.R40";
+  EXPECT_EQ(gc40->stop(), 0);
+  EXPECT_TRUE(file().problems.empty());
+  EXPECT_EQ(shapeOf(file()), "GHLBAZ*(X$STARTED)T(X$PAUSED)");
+}
+
+// The simulator gc40 started for itself, seen from outside.
+bool simulatorRunsFor(const fs::path& folder) {
+  for (const auto& entry : fs::directory_iterator("/proc")) {
+    const std::string commandLine = testing::readBytes(entry.path() / "cmdline");
+    if (commandLine.starts_with(GC40_SIM_BINARY) &&
+        commandLine.find(folder.string()) != std::string::npos)
+      return true;
+  }
+  return false;
+}
+
+class OwnSimulatorRun : public WholeRun {
+ protected:
+  OwnSimulatorRun() { ownSimulator = true; }
+};
+
+// Stop signals end gc40 in order: logging is paused and the file closed, the
+// simulator ended, nothing left in the temporary folder; in Stand By the
+// file is closed without a note, as Exit does.
+TEST_F(OwnSimulatorRun, StopSignalsCloseTheFileAndLeaveNothingBehind) {
+  createFileAndGo();
+  ASSERT_TRUE(waitForRecords(5));
+  EXPECT_TRUE(simulatorRunsFor(temporaryFolder));
+  gc40->signal(SIGTERM);
+  EXPECT_EQ(gc40->waitForExit(2s), 0);
+  EXPECT_TRUE(file().problems.empty());
+  std::string shape = shapeOf(file());
+  EXPECT_EQ(shape, "GHLBAZ*(X$STARTED)T(X$PAUSED)");
+  EXPECT_FALSE(simulatorRunsFor(temporaryFolder));
+  EXPECT_TRUE(fs::is_empty(temporaryFolder));
+
+  startGc40({"--storage", storage.string(), "--simulate", "--control"});
+  send("key l");
+  ASSERT_TRUE(waitFront("GC40", kLoggingScreen));
+  dialog("c", "Create Data File", "E2E2");
+  gc40->signal(SIGINT);
+  EXPECT_EQ(gc40->waitForExit(2s), 0);
+  dataFile = storage / "DATA40" / "E2E2.R40";
+  EXPECT_EQ(shapeOf(file()), "GHLBAZ*");
+  EXPECT_FALSE(simulatorRunsFor(temporaryFolder));
+  EXPECT_TRUE(fs::is_empty(temporaryFolder));
 }
 
 }  // namespace

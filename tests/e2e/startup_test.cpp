@@ -17,11 +17,15 @@ namespace {
 using namespace std::chrono_literals;
 using testing::readBytes;
 
-// gc40 with HOME and its standard error in `folder`, never the user's own.
+// gc40 with HOME, its temporary files and its standard error in `folder`,
+// never the user's own.
 std::unique_ptr<testing::ChildProcess> startGc40(const std::vector<std::string>& arguments,
                                                  const std::filesystem::path& folder) {
   setenv("HOME", folder.c_str(), 1);
-  return std::make_unique<testing::ChildProcess>(GC40_BINARY, arguments, folder / "errors.txt");
+  std::filesystem::create_directories(folder / "tmp");
+  return std::make_unique<testing::ChildProcess>(
+      GC40_BINARY, arguments, folder / "errors.txt",
+      std::vector{"TMPDIR=" + (folder / "tmp").string()});
 }
 
 bool waitForPortMap(const std::filesystem::path& folder, testing::ChildProcess& gc40) {

@@ -18,6 +18,7 @@
 #include "datafile/record_writers.h"
 #include "gps/gps_line_assembler.h"
 #include "logging/command_keys.h"
+#include "support/file_size_limit.h"
 #include "support/temp_folder.h"
 
 namespace gc40 {
@@ -59,6 +60,7 @@ struct FakeView : LoggingView {
     if (fileName.empty()) return std::nullopt;
     auto file = DataFile::createNew(folder.path() / fileName);
     if (file) writeNewFileHeader(*file, settings, clock.localTime(), clock.tick);
+    if (file) file->setSyncHook([this] { syncs.push_back(clock.tick); });
     return file;
   }
   bool runNewLine() override { return newLine(); }
@@ -73,6 +75,9 @@ struct FakeView : LoggingView {
   bool confirmExit() override { return yesToExit; }
   void showNoConnection() override { note("no connection"); }
   void closeDialogs() override { note("close dialogs"); }
+  void showWriteFailure(const std::filesystem::path& path, std::string_view reason) override {
+    note("write failed " + path.filename().string() + ": " + std::string(reason));
+  }
   void leave() override { note("leave"); }
 
   void note(std::string line) { calls.push_back(std::move(line)); }
@@ -85,6 +90,7 @@ struct FakeView : LoggingView {
   testing::TempFolder folder;
   Lines calls;
   std::vector<ReadingShown> readings;
+  std::vector<std::uint32_t> syncs;        // the clock's tick at each sync of the data file
   std::string fileName = "RUN123456.R40";  // empty: Create File is cancelled
   std::function<bool()> newLine = [] { return false; };
   bool yesToExit = true;
@@ -293,6 +299,66 @@ TEST_F(LoggingRun, LostConnectionEndsTheRunThroughAnOpenDialog) {
   EXPECT_FALSE(session.running());
   const std::string bytes = testing::readBytes(view.folder.path() / view.fileName);
   EXPECT_EQ(bytes.substr(bytes.size() - 24, 12), "X$CONN END  ");
+}
+
+// A device that fills up in the middle of a GPS sentence: none of the
+// sentence stays in the file, recording stops there with the reason, and
+// from then on readings are shown but not taken for recorded, until a new
+// file is created.
+TEST_F(LoggingRun, AFullDeviceStopsTheRecordingAtItsLastWholeRecord) {
+  const std::string gga = "$GPGGA,123519,4807.038,N,01131.000,E,1,08,0.9,545.4,M,46.9,M,,*47";
+  constexpr std::size_t kHeaderAndStart = 8 * dataRecordLength;
+  {
+    testing::FileSizeLimit limit(kHeaderAndStart + 2 * dataRecordLength + 50);
+    startLogging();
+    reading(kReleased);
+    reading(kReleased);
+    gpsBytes(gga + "\r\n", 1);  // four records and the "!": the third is cut short
+    reading(kReleased);
+    EXPECT_EQ(session.state().loggingState, kMonitorState);
+    session.onKey(' ');  // Monitor has no pause
+  }
+  EXPECT_TRUE(view.called("write failed RUN123456.R40: File too large"));
+  EXPECT_EQ(std::count_if(view.readings.begin(), view.readings.end(),
+                          [](const ReadingShown& shown) { return shown.recorded; }),
+            2);
+  EXPECT_EQ(view.readings.size(), 3u);
+  const auto failed = std::find(view.calls.rbegin(), view.calls.rend(), "state Monitor").base();
+  EXPECT_EQ(Lines(failed, view.calls.end()),
+            (Lines{"", "monitor buttons", "write failed RUN123456.R40: File too large"}));
+  EXPECT_EQ(recordsAfterHeader(), (Lines{"X$STARTED", "T 012.0-01.5", "T 012.0-01.5"}));
+  EXPECT_EQ(std::filesystem::file_size(view.folder.path() / view.fileName),
+            kHeaderAndStart + 2 * dataRecordLength);
+
+  view.fileName = "RUN2.R40";  // room again: a new file records
+  session.onKey('C');
+  session.onKey('G');
+  reading(kReleased);
+  EXPECT_TRUE(view.readings.back().recorded);
+  EXPECT_EQ(recordsAfterHeader(), (Lines{"X$STARTED", "T 012.0-01.5"}));
+}
+
+// Written records reach the storage device within a second, on the timer
+// rather than per reading, and the pause commits at once.
+TEST_F(LoggingRun, WhatIsWrittenIsSyncedWithinASecondAndAtThePause) {
+  startLogging();
+  const std::uint32_t start = clock.tick;
+  for (std::uint32_t timer = start; clock.tick < start + 4000;) {
+    reading(kReleased);  // 100 ms apart
+    if (clock.tick >= timer + kConnectionTimeoutMs) session.onTimerTick(), timer = clock.tick;
+  }
+  const std::size_t whileLogging = view.syncs.size();
+  EXPECT_LT(whileLogging, 10u);
+  session.onKey(' ');
+  EXPECT_EQ(view.syncs.size(), whileLogging + 1);
+  const std::string bytes = testing::readBytes(view.folder.path() / view.fileName);
+  for (const FileRecord& record : readDataFile(bytes).records) {
+    const auto* reading = std::get_if<ReadingRecord>(&record.value);
+    if (!reading) continue;
+    const auto synced = std::lower_bound(view.syncs.begin(), view.syncs.end(), reading->tick);
+    ASSERT_NE(synced, view.syncs.end());
+    EXPECT_LE(*synced - reading->tick, 1000u) << "at " << record.offset;
+  }
 }
 
 }  // namespace

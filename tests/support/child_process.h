@@ -30,11 +30,17 @@ inline std::chrono::microseconds cpuTime(int who = RUSAGE_SELF) {
 
 class ChildProcess {
  public:
-  // Standard error goes to `errorFile` when given, else stays the test's.
+  // Standard error goes to `errorFile` when given, else stays the test's;
+  // `environment` ("NAME=VALUE") is added to the test's own.
   ChildProcess(const std::string& binary, const std::vector<std::string>& arguments,
-               const std::optional<std::filesystem::path>& errorFile = std::nullopt) {
+               const std::optional<std::filesystem::path>& errorFile = std::nullopt,
+               std::vector<std::string> environment = {}) {
     int pipeEnds[2], inputEnds[2];
     if (pipe2(pipeEnds, O_CLOEXEC) != 0 || pipe2(inputEnds, O_CLOEXEC) != 0) return;
+    std::vector<char*> envp;
+    for (std::string& variable : environment) envp.push_back(variable.data());
+    for (char** variable = environ; *variable; ++variable) envp.push_back(*variable);
+    envp.push_back(nullptr);  // the first of a name counts: the added ones
     pid_ = fork();
     if (pid_ == 0) {
       dup2(inputEnds[0], STDIN_FILENO);
@@ -45,7 +51,7 @@ class ChildProcess {
       for (const std::string& argument : arguments)
         argv.push_back(const_cast<char*>(argument.c_str()));
       argv.push_back(nullptr);
-      execv(binary.c_str(), argv.data());
+      execve(binary.c_str(), argv.data(), envp.data());
       _exit(127);
     }
     close(pipeEnds[1]);
@@ -55,8 +61,10 @@ class ChildProcess {
   }
   ChildProcess(const ChildProcess&) = delete;
   ChildProcess& operator=(const ChildProcess&) = delete;
+  // Asked to end first, so that it cleans up after itself; killed only when
+  // it does not.
   ~ChildProcess() {
-    if (pid_ > 0) kill(pid_, SIGKILL), waitpid(pid_, nullptr, 0);
+    if (pid_ > 0 && !stop()) kill(pid_, SIGKILL), waitpid(pid_, nullptr, 0);
     if (output_ >= 0) close(output_);
     if (input_ >= 0) close(input_);
   }
@@ -105,9 +113,10 @@ class ChildProcess {
     return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
   }
 
-  // Asks it to end (SIGTERM) and waits for that.
+  // Asks it to end (SIGTERM) and waits for that; a stopped one is woken.
   std::optional<int> stop() {
     signal(SIGTERM);
+    signal(SIGCONT);
     return waitForExit(std::chrono::seconds(10));
   }
 

@@ -15,7 +15,7 @@
 #include "gc40-sim/nmea_walker.h"
 #include "gc40-sim/pty_link.h"
 #include "gc40-sim/sim_options.h"
-#include "gc40-sim/stop_signals.h"
+#include "platform/stop_signals.h"
 
 namespace {
 
@@ -67,7 +67,7 @@ std::optional<gc40::PtyLink> linkIfAsked(const std::filesystem::path& path, std:
 int run(const gc40::SimOptions& options) {
   std::string error;
   const std::optional<int> stopFd = gc40::watchStopSignals(&error);
-  if (!stopFd) return fail(error);
+  if (!stopFd) return fail("gc40-sim: " + error);
   // The capture is read before any link appears, so a wrong file leaves none behind.
   std::optional<gc40::ChunkSource> gps;
   if (!options.gpsLink.empty() && !(gps = gpsSource(options.nmea, &error))) return fail(error);

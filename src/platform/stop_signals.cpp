@@ -1,4 +1,4 @@
-#include "gc40-sim/stop_signals.h"
+#include "platform/stop_signals.h"
 
 #include <fcntl.h>
 #include <signal.h>
@@ -12,9 +12,9 @@ namespace {
 
 int stopPipeWriteEnd = -1;
 
-void onStopSignal(int) {
+void onStopSignal(int number) {
   const int saved = errno;
-  const char byte = 1;
+  const char byte = static_cast<char>(number);
   [[maybe_unused]] const ssize_t ignored = ::write(stopPipeWriteEnd, &byte, 1);
   errno = saved;
 }
@@ -28,7 +28,7 @@ bool configurePipeEnd(int fd) {
 std::optional<int> watchStopSignals(std::string* error) {
   int ends[2];
   if (::pipe(ends) != 0 || !configurePipeEnd(ends[0]) || !configurePipeEnd(ends[1])) {
-    *error = std::string("gc40-sim: cannot create a pipe: ") + std::strerror(errno);
+    *error = std::string("cannot create a pipe: ") + std::strerror(errno);
     return std::nullopt;
   }
   stopPipeWriteEnd = ends[1];
@@ -38,10 +38,12 @@ std::optional<int> watchStopSignals(std::string* error) {
   action.sa_flags = 0;  // no SA_RESTART: a sleep ends early, the pipe says why
   for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
     if (::sigaction(signal, &action, nullptr) != 0) {
-      *error = std::string("gc40-sim: cannot catch signals: ") + std::strerror(errno);
+      *error = std::string("cannot catch signals: ") + std::strerror(errno);
       return std::nullopt;
     }
   }
+  ::signal(SIGPIPE, SIG_IGN);
+  ::signal(SIGXFSZ, SIG_IGN);
   return ends[0];
 }
 
