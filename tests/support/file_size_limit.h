@@ -1,29 +1,23 @@
 #pragma once
 // Storage that fills up, without a small file system: a limit on the size of
 // every file this process (and whatever it starts meanwhile) writes. A write
-// that would pass it is cut short and the next one refused ("File too
-// large"), as on a full card. Lifted at the end of the scope.
+// that would pass it is cut short and the next refused ("File too large"), as
+// on a full card. Lifted at the end of the scope.
 
 #include <signal.h>
 #include <sys/resource.h>
 
 namespace gc40::testing {
 
-class FileSizeLimit {
- public:
+struct FileSizeLimit {
   explicit FileSizeLimit(rlim_t bytes) {
     ::signal(SIGXFSZ, SIG_IGN);  // a refused write, not a killed process
-    getrlimit(RLIMIT_FSIZE, &saved_);
-    rlimit limit = saved_;
-    limit.rlim_cur = bytes;
+    getrlimit(RLIMIT_FSIZE, &saved);
+    const rlimit limit{bytes, saved.rlim_max};
     setrlimit(RLIMIT_FSIZE, &limit);
   }
-  FileSizeLimit(const FileSizeLimit&) = delete;
-  FileSizeLimit& operator=(const FileSizeLimit&) = delete;
-  ~FileSizeLimit() { setrlimit(RLIMIT_FSIZE, &saved_); }
-
- private:
-  rlimit saved_{};
+  ~FileSizeLimit() { setrlimit(RLIMIT_FSIZE, &saved); }
+  rlimit saved{};
 };
 
 }  // namespace gc40::testing
