@@ -41,26 +41,22 @@ class WholeRun : public ::testing::Test {
     // lost or doubled one shows.
     std::vector<std::string> simArguments{"--link", meter.string(), "--pattern", "sequence"};
     simArguments.insert(simArguments.end(), simOptions.begin(), simOptions.end());
-    std::vector<std::string> gc40Arguments{"--storage", (folder.path() / "GC40").string(),
-                                           "--port",    "COM1=" + meter.string(),
-                                           "--control", "--scale",
+    std::vector<std::string> gc40Arguments{"--storage", storage.string(),         "--control",
+                                           "--port",    "COM1=" + meter.string(), "--scale",
                                            "1"};
-    if (ownSimulator) gc40Arguments = {"--storage", storage.string(), "--simulate", "--control"};
+    if (ownSimulator) gc40Arguments = {"--storage", storage.string(), "--control", "--simulate"};
     if (receiverCapture) {
       simArguments.insert(simArguments.end(), {"--gps-link", receiver.string(), "--nmea",
                                                *receiverCapture, "--nmea-period", "5", "--loop"});
       gc40Arguments.insert(gc40Arguments.end(),
                            {"--port", "COM2=" + receiver.string(), "--portrait"});
-      testing::writeBytes(folder.path() / "GC40" / "FLDINI" / "GC40.INI",
-                          testing::fileWithLine(36, "1"));
+      testing::writeBytes(storage / "FLDINI" / "GC40.INI", testing::fileWithLine(36, "1"));
     }
     if (!ownSimulator) {
       sim = std::make_unique<testing::ChildProcess>(GC40_SIM_BINARY, simArguments,
                                                     folder.path() / "sim-errors.txt");
       ASSERT_EQ(sim->readLine(5s), "gc40-sim: ready " + meter.string());
-    }
-    if (receiverCapture) {
-      ASSERT_EQ(sim->readLine(5s), "gc40-sim: ready " + receiver.string());
+      if (receiverCapture) ASSERT_EQ(sim->readLine(5s), "gc40-sim: ready " + receiver.string());
     }
     setenv("HOME", folder.path().c_str(), 1);
     fs::create_directories(temporaryFolder);
@@ -74,10 +70,6 @@ class WholeRun : public ::testing::Test {
         GC40_BINARY, arguments, folder.path() / "errors.txt",
         std::vector{"TMPDIR=" + temporaryFolder.string()});
     ASSERT_TRUE(waitFront("GC40"));
-  }
-
-  void TearDown() override {
-    if (sim) sim->signal(SIGCONT);
   }
 
   // Waits until gc40 says the window in front is `title` (with the keys on
@@ -346,9 +338,8 @@ TEST_F(GpsRun, SentencesAmongTheReadingsUntilASilentMeterEndsTheRun) {
   EXPECT_NE(std::count_if(recorded.begin(), recorded.end(), [](auto& l) { return !l.valid; }), 0);
 }
 
-// Storage that fills up while the meter sends flat out: a small tmpfs over
-// the data folder where the test may mount one, else a limit on the size of
-// gc40's files. Either way the device refuses a write part-way.
+// Storage that fills while the meter sends flat out: a small tmpfs over the
+// data folder where the test may mount one, else a limit on gc40's file sizes.
 class FullStorageRun : public WholeRun {
  protected:
   FullStorageRun() {
@@ -359,7 +350,6 @@ class FullStorageRun : public WholeRun {
     if (!mounted) fileSizeLimit = 40 * 1024;
   }
   ~FullStorageRun() override {
-    gc40.reset();
     if (mounted) umount2((storage / "DATA40").c_str(), MNT_DETACH);
   }
   bool mounted = false;
@@ -409,13 +399,11 @@ TEST_F(FullStorageRun, AFullDeviceStopsTheRecordingAndLosesNothingRecorded) {
 
 // The simulator gc40 started for itself, seen from outside.
 bool simulatorRunsFor(const fs::path& folder) {
-  for (const auto& entry : fs::directory_iterator("/proc")) {
+  return std::any_of(fs::directory_iterator("/proc"), {}, [&](const fs::directory_entry& entry) {
     const std::string commandLine = testing::readBytes(entry.path() / "cmdline");
-    if (commandLine.starts_with(GC40_SIM_BINARY) &&
-        commandLine.find(folder.string()) != std::string::npos)
-      return true;
-  }
-  return false;
+    return commandLine.starts_with(GC40_SIM_BINARY) &&
+           commandLine.find(folder.string()) != std::string::npos;
+  });
 }
 
 class OwnSimulatorRun : public WholeRun {

@@ -311,8 +311,7 @@ TEST_F(LoggingRun, AFullDeviceStopsTheRecordingAtItsLastWholeRecord) {
   {
     testing::FileSizeLimit limit(kHeaderAndStart + 2 * dataRecordLength + 50);
     startLogging();
-    reading(kReleased);
-    reading(kReleased);
+    for (int i = 0; i < 2; ++i) reading(kReleased);
     gpsBytes(gga + "\r\n", 1);  // four records and the "!": the third is cut short
     reading(kReleased);
     EXPECT_EQ(session.state().loggingState, kMonitorState);

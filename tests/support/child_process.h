@@ -61,8 +61,7 @@ class ChildProcess {
   }
   ChildProcess(const ChildProcess&) = delete;
   ChildProcess& operator=(const ChildProcess&) = delete;
-  // Asked to end first, so that it cleans up after itself; killed only when
-  // it does not.
+  // Asked to end (so that it cleans up after itself), killed only if it won't.
   ~ChildProcess() {
     if (pid_ > 0 && !stop()) kill(pid_, SIGKILL), waitpid(pid_, nullptr, 0);
     if (output_ >= 0) close(output_);

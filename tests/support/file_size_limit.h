@@ -1,8 +1,7 @@
 #pragma once
-// Storage that fills up, without a small file system: a limit on the size of
-// every file this process (and whatever it starts meanwhile) writes. A write
-// that would pass it is cut short and the next refused ("File too large"), as
-// on a full card. Lifted at the end of the scope.
+// A full card without a small file system: every file this process (and what
+// it starts meanwhile) writes is held to `bytes`, a write past it cut short and
+// the next refused ("File too large"). Lifted at the end of the scope.
 
 #include <signal.h>
 #include <sys/resource.h>
