@@ -56,7 +56,7 @@ class WholeRun : public ::testing::Test {
       sim = std::make_unique<testing::ChildProcess>(GC40_SIM_BINARY, simArguments,
                                                     folder.path() / "sim-errors.txt");
       ASSERT_EQ(sim->readLine(5s), "gc40-sim: ready " + meter.string());
-      if (receiverCapture) ASSERT_EQ(sim->readLine(5s), "gc40-sim: ready " + receiver.string());
+      ASSERT_TRUE(!receiverCapture || sim->readLine(5s) == "gc40-sim: ready " + receiver.string());
     }
     setenv("HOME", folder.path().c_str(), 1);
     fs::create_directories(temporaryFolder);
@@ -383,8 +383,8 @@ TEST_F(FullStorageRun, AFullDeviceStopsTheRecordingAndLosesNothingRecorded) {
     send("shot " + shotPath + n + ".png");
     ASSERT_TRUE(waitForLine("shot " + shotPath + n + ".png"));
   }
-  if (mounted)
-    EXPECT_TRUE(testing::readBytes(shotPath + "1.png") != testing::readBytes(shotPath + "2.png"));
+  EXPECT_TRUE(!mounted ||
+              testing::readBytes(shotPath + "1.png") != testing::readBytes(shotPath + "2.png"));
   EXPECT_EQ(loggedStations.size(), recorded);
 
   if (mounted) fs::remove(storage / "DATA40" / "ballast");
