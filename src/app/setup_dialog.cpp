@@ -5,12 +5,12 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QSignalBlocker>
 
 #include "app/main_window.h"
 #include "app/window_geometry.h"
+#include "datafile/create_data_file.h"
 #include "settings/settings_file.h"
 
 namespace gc40 {
@@ -39,9 +39,7 @@ void saveSettings(LoggerContext& context, QWidget* owner) {
   const SettingsFileResult saved =
       loadOrSaveSettings(context.settings, context.storage.settingsFolder(), true);
   if (saved.outcome != SettingsFileResult::Outcome::kFailed) return;
-  QMessageBox box(QMessageBox::Warning, QStringLiteral("WARNING"),
-                  QString::fromStdString(saved.error), QMessageBox::Ok, owner);
-  box.exec();
+  showWarning(owner, QString::fromStdString(saved.error));
 }
 
 void readCombos(std::span<QComboBox* const> combos, std::span<ComboBox> models) {

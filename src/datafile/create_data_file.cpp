@@ -29,13 +29,13 @@ std::optional<std::filesystem::path> askForFileName(QWidget* owner,
       QFile::encodeName(dialog.selectedFiles().constFirst()).toStdString());
 }
 
-void warn(QWidget* owner, const QString& text) {
-  QMessageBox box(QMessageBox::Warning, QString::fromLatin1(kFileExistsCaption), text,
-                  QMessageBox::Ok, owner);
+}  // namespace
+
+void showWarning(QWidget* owner, const QString& text) {
+  QMessageBox box(QMessageBox::Warning, QString::fromLatin1(kWarningCaption), text, QMessageBox::Ok,
+                  owner);
   box.exec();
 }
-
-}  // namespace
 
 std::optional<DataFile> createDataFile(QWidget* owner, const Settings& settings,
                                        const std::filesystem::path& dataFolder) {
@@ -46,7 +46,7 @@ std::optional<DataFile> createDataFile(QWidget* owner, const Settings& settings,
     const std::optional<std::filesystem::path> chosen = askForFileName(owner, dataFolder, proposal);
     if (!chosen) return std::nullopt;
     if (std::filesystem::exists(*chosen, ignored)) {
-      warn(owner, QString::fromLatin1(kFileExistsText));
+      showWarning(owner, QString::fromLatin1(kFileExistsText));
       continue;
     }
     std::string error;
@@ -61,8 +61,8 @@ std::optional<DataFile> createDataFile(QWidget* owner, const Settings& settings,
     }
     // Unlike a name clash this cannot be fixed by typing, but the operator
     // may pick another folder; recording into nowhere is never an option.
-    warn(owner, QStringLiteral("Cannot create %1: %2")
-                    .arg(QFile::decodeName(chosen->c_str()), QString::fromStdString(error)));
+    showWarning(owner, QStringLiteral("Cannot create %1: %2")
+                           .arg(QFile::decodeName(chosen->c_str()), QString::fromStdString(error)));
   }
 }
 

@@ -33,7 +33,6 @@ bool DataFile::writeRecords(std::span<const DataRecord> records) {
     return fail(std::move(reason));
   }
   size_ += bytes.size();
-  unsynced_ = true;
   return true;
 }
 
@@ -41,7 +40,6 @@ bool DataFile::sync() {
   if (!file_) return fail(kNotOpen);
   std::string reason;
   if (!file_->sync(&reason)) return fail(std::move(reason));
-  unsynced_ = false;
   if (syncHook_) syncHook_();
   return true;
 }

@@ -36,8 +36,6 @@ class DataFile {
   // Synced and closed; every later write fails.
   bool close();
 
-  // True while something written has not been synced.
-  bool unsynced() const { return unsynced_; }
   // The system's reason for the last failure ("No space left on device").
   const std::string& failure() const { return failure_; }
   // Called after every successful sync, so a test can count them.
@@ -54,7 +52,6 @@ class DataFile {
   std::filesystem::path path_;
   std::optional<RawFile> file_;
   std::uint64_t size_ = 0;  // the whole records on file
-  bool unsynced_ = false;
   std::string failure_;
   std::function<void()> syncHook_;
 };

@@ -18,8 +18,8 @@ inline constexpr std::string_view kNoConnectionText = "NO CONNECTION Press <ENTE
 inline constexpr std::string_view kConfirmExitCaption = "Confirm Exit";
 inline constexpr std::string_view kConfirmExitText = "Exit Logging?";
 
-// Recording stopped because the data file could not be written.
-inline constexpr std::string_view kWriteFailureCaption = "WARNING";
+// Recording stopped because the data file could not be written (in a
+// "WARNING" box).
 inline std::string writeFailureText(std::string_view path, std::string_view reason) {
   return "Cannot write to " + std::string(path) + ": " + std::string(reason) +
          ".\nRecording has stopped. Every reading before this is in the file.\n"

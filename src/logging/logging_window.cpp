@@ -360,8 +360,7 @@ void LoggingWindow::showWriteFailure(const std::filesystem::path& path, std::str
   const QString text = QString::fromStdString(writeFailureText(file.toStdString(), reason));
   QTimer::singleShot(0, this, [this, text] {
     const auto refocus = keysBackAfterDialog();
-    QMessageBox box(QMessageBox::Warning, qText(kWriteFailureCaption), text, QMessageBox::Ok, this);
-    box.exec();
+    showWarning(this, text);
   });
 }
 

@@ -18,12 +18,11 @@ bool StopSignalWatch::start(std::string* error) {
 }
 
 void StopSignalWatch::readSignals() {
-  char numbers[16];
-  ssize_t got;
-  while ((got = ::read(fd_, numbers, sizeof numbers)) > 0) {
+  char bytes[16];
+  while (::read(fd_, bytes, sizeof bytes) > 0) {
     if (requested_) continue;
     requested_ = true;
-    emit stopRequested(numbers[0]);
+    emit stopRequested();
   }
 }
 

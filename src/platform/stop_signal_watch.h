@@ -19,9 +19,9 @@ class StopSignalWatch : public QObject {
   bool start(std::string* error);
 
  signals:
-  // The first stop signal (its number); those after it are dropped, as the
-  // program is already on its way out.
-  void stopRequested(int signalNumber);
+  // The first stop signal; those after it are dropped, as the program is
+  // already on its way out.
+  void stopRequested();
 
  private:
   void readSignals();

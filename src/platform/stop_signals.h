@@ -1,6 +1,6 @@
 #pragma once
-// SIGINT, SIGTERM and SIGHUP made readable: each one writes its number as a
-// byte into a pipe that the program polls, so a stop is handled in order by
+// SIGINT, SIGTERM and SIGHUP made readable: each one writes a byte into a
+// pipe that the program polls, so a stop is handled in order by
 // the program's own loop, never inside the handler. A closed pipe or socket
 // (SIGPIPE) and a file at its size limit (SIGXFSZ) become failed writes to
 // report instead of deaths.
