@@ -8,9 +8,6 @@
 
 namespace gc40 {
 
-QColor qColour(Colorref colour);
-Colorref colorref(const QColor& colour);
-
 class ColourButton : public QPushButton {
  public:
   // Reads the trace's colour and thickness from `settings` at every paint, so

@@ -10,11 +10,10 @@
 #include <variant>
 #include <vector>
 
-#include "platform/port_map.h"
+#include "platform/logger_context.h"
+#include "ui/window_geometry.h"
 
 namespace gc40 {
-
-enum class Orientation { kLandscape, kPortrait };
 
 struct CommandLine {
   std::optional<std::filesystem::path> storage;
@@ -22,13 +21,11 @@ struct CommandLine {
   Orientation orientation = Orientation::kLandscape;
   std::optional<int> scale;                           // whole factor, 1..kMaxWindowScale
   std::optional<std::filesystem::path> rawLogFolder;  // --raw-log: capture port bytes here
-  bool simulate = false;  // the instrument is gc40-sim on a pseudo-terminal
+  bool simulate = false;       // the instrument is gc40-sim on a pseudo-terminal
   bool remoteControl = false;  // --control: keys from standard input, for scripted runs
   bool help = false;
   bool version = false;
 };
-
-inline constexpr int kMaxWindowScale = 8;
 
 struct CommandLineError {
   std::string message;

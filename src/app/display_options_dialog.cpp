@@ -7,8 +7,9 @@
 #include <QLabel>
 
 #include "app/colour_button.h"
-#include "app/setup_dialogs.h"
+#include "app/run_setup_dialogs.h"
 #include "settings/setting_choices.h"
+#include "ui/colour.h"
 
 namespace gc40 {
 namespace {

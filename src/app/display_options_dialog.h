@@ -6,8 +6,8 @@
 #include <array>
 
 #include "app/display_options_model.h"
-#include "app/logger_setup.h"
-#include "app/setup_dialog.h"
+#include "app/start_up.h"
+#include "ui/setup_dialog.h"
 
 class QCheckBox;
 

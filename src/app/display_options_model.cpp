@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "app/combo_selection.h"
+#include "ui/combo_selection.h"
 
 namespace gc40 {
 

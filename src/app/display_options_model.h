@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <optional>
 
-#include "app/profile_setup.h"
+#include "settings/profile_setup.h"
 #include "settings/settings.h"
 
 namespace gc40 {

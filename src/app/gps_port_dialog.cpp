@@ -3,7 +3,7 @@
 #include <QPushButton>
 
 #include "app/gps_port_model.h"
-#include "app/setup_dialogs.h"
+#include "app/run_setup_dialogs.h"
 
 namespace gc40 {
 namespace {

@@ -4,8 +4,8 @@
 
 #include <cstdint>
 
-#include "app/combo_selection.h"
 #include "settings/settings.h"
+#include "ui/combo_selection.h"
 
 namespace gc40 {
 

@@ -1,7 +1,7 @@
 #include "app/logger_setup_dialog.h"
 
 #include "app/logger_setup_model.h"
-#include "app/setup_dialogs.h"
+#include "app/run_setup_dialogs.h"
 
 namespace gc40 {
 namespace {

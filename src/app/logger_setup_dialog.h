@@ -3,8 +3,8 @@
 
 #include <vector>
 
-#include "app/logger_setup.h"
-#include "app/setup_dialog.h"
+#include "app/start_up.h"
+#include "ui/setup_dialog.h"
 
 namespace gc40 {
 

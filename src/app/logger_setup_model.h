@@ -2,8 +2,8 @@
 // The Logger Setup dialog's drop-down lists: what they show on opening and
 // what OK stores.
 
-#include "app/combo_selection.h"
 #include "settings/settings.h"
+#include "ui/combo_selection.h"
 
 namespace gc40 {
 

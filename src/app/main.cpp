@@ -7,10 +7,10 @@
 #include <vector>
 
 #include "app/command_line.h"
-#include "app/logger_setup.h"
 #include "app/main_commands.h"
 #include "app/main_window.h"
 #include "app/simulated_instrument.h"
+#include "app/start_up.h"
 #include "base/number_text.h"
 #include "logging/logging_window.h"
 #include "platform/keep_alive.h"

@@ -3,12 +3,12 @@
 #include <QMessageBox>
 
 #include "app/main_window.h"
-#include "app/profile_setup.h"
+#include "app/run_setup_dialogs.h"
 #include "app/run_start.h"
-#include "app/setup_dialogs.h"
 #include "gps/monitor_gps_window.h"
 #include "instrument/serial_ports.h"
 #include "logging/logging_window.h"
+#include "settings/profile_setup.h"
 #include "viewer/view_files_window.h"
 
 namespace gc40 {
@@ -30,6 +30,8 @@ MainCommands::MainCommands(MainWindow& window)
     window_.setFocus();
     window_.update();
   };
+  connect(logging_, &LoggingWindow::displayOptionsRequested, this,
+          [this] { runDisplayOptions(logging_, window_.context()); });
   connect(monitorGps_, &MonitorGpsWindow::closed, this, backToMenu);
   connect(viewFiles_, &ViewFilesWindow::closed, this, backToMenu);
 }

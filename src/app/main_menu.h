@@ -7,6 +7,8 @@
 #include <optional>
 #include <string_view>
 
+#include "ui/key_codes.h"
+
 namespace gc40 {
 
 enum class MainCommand {
@@ -28,14 +30,6 @@ inline constexpr std::array<std::string_view, kMainButtonCount> kMainButtonLabel
     "Monitor/&Log",     "&Survey Setup", "L&ogger Setup", "Set &GPS Port",
     "&Display Options", "&View Files",   "E&xit",
 };
-
-// Key codes as the menu compares them: plain character codes.
-inline constexpr int kKeyTab = 9;
-inline constexpr int kKeyReturn = 13;
-inline constexpr int kKeyLeft = 37;
-inline constexpr int kKeyUp = 38;
-inline constexpr int kKeyRight = 39;
-inline constexpr int kKeyDown = 40;
 
 struct MainMenuState {
   int focusedButton = 0;  // 0..6: the button that carries the focus ring

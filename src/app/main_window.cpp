@@ -9,12 +9,13 @@
 #include <QScreen>
 #include <QTimer>
 
-#include "app/key_codes.h"
 #include "app/title_screen_layout.h"
 #include "app/title_screen_painter.h"
 #include "app/uptime_guard.h"
-#include "app/window_geometry.h"
 #include "platform/clock.h"
+#include "ui/key_codes.h"
+#include "ui/screen_layout.h"
+#include "ui/window_geometry.h"
 
 namespace gc40 {
 
@@ -37,7 +38,7 @@ MainWindow::MainWindow(LoggerContext& context, Services services, QWidget* paren
     : QWidget(parent),
       context_(context),
       services_(std::move(services)),
-      orientation_(context.options.orientation) {
+      orientation_(context.orientation) {
   setWindowTitle(QStringLiteral("GC40"));
   setFocusPolicy(Qt::StrongFocus);
   QPalette background = palette();  // beyond the layout on a larger full screen
@@ -59,13 +60,14 @@ void MainWindow::applyShape() {
   const QScreen* screen = QGuiApplication::primaryScreen();
   const QSize available = screen ? screen->availableGeometry().size() : QSize();
   const int scale =
-      chooseWindowScale(available.width(), available.height(), layout, context_.options.scale);
+      chooseWindowScale(available.width(), available.height(), layout, context_.windowScale);
   if (scale == 0) {
     // The screen is no larger than the layout: draw it at its own size.
     setWindowState(Qt::WindowFullScreen);
     return;
   }
   scale_ = scale;
+  setWindowScale(*this, scale);
   setFixedSize(layout.width * scale, layout.height * scale);
 }
 

@@ -6,8 +6,8 @@
 #include <cstdint>
 #include <functional>
 
-#include "app/logger_setup.h"
 #include "app/main_menu.h"
+#include "app/start_up.h"
 
 namespace gc40 {
 

@@ -4,7 +4,7 @@
 #include <QLabel>
 #include <QLineEdit>
 
-#include "app/setup_dialogs.h"
+#include "app/run_setup_dialogs.h"
 #include "settings/setting_choices.h"
 
 namespace gc40 {

@@ -3,9 +3,9 @@
 // numbering. The rules behind the controls are the core dialog's
 // (survey_setup_model.h); this view shows them and passes edits back.
 
-#include "app/logger_setup.h"
-#include "app/setup_dialog.h"
+#include "app/start_up.h"
 #include "app/survey_setup_model.h"
+#include "ui/setup_dialog.h"
 
 class QLineEdit;
 

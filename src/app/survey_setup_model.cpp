@@ -1,8 +1,8 @@
 #include "app/survey_setup_model.h"
 
-#include "app/combo_selection.h"
 #include "base/number_text.h"
 #include "base/text_codec.h"
+#include "ui/combo_selection.h"
 
 namespace gc40 {
 namespace {

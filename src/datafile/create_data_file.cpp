@@ -8,6 +8,7 @@
 #include "datafile/data_file_naming.h"
 #include "datafile/record_writers.h"
 #include "platform/clock.h"
+#include "ui/warning_box.h"
 
 namespace gc40 {
 namespace {
@@ -30,12 +31,6 @@ std::optional<std::filesystem::path> askForFileName(QWidget* owner,
 }
 
 }  // namespace
-
-void showWarning(QWidget* owner, const QString& text) {
-  QMessageBox box(QMessageBox::Warning, QString::fromLatin1(kWarningCaption), text, QMessageBox::Ok,
-                  owner);
-  box.exec();
-}
 
 std::optional<DataFile> createDataFile(QWidget* owner, const Settings& settings,
                                        const std::filesystem::path& dataFolder) {

@@ -15,15 +15,10 @@ namespace gc40 {
 
 inline constexpr char kCreateDataFileTitle[] = "Create Data File";
 inline constexpr char kDataFileFilter[] = "GC40 Files (*.R40)";
-inline constexpr char kWarningCaption[] = "WARNING";
 inline constexpr char kFileExistsText[] = "The file already exisits. Please enter another name";
 
 // Runs the dialog until the operator picks a new name or cancels. Returns the
 // open file with its header written, or nullopt after a cancel.
-// The "WARNING" box with `text` and OK over `owner`, for what the operator
-// must hear about a file: a name taken, a file that could not be written.
-void showWarning(QWidget* owner, const QString& text);
-
 std::optional<DataFile> createDataFile(QWidget* owner, const Settings& settings,
                                        const std::filesystem::path& dataFolder);
 

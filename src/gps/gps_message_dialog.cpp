@@ -3,7 +3,7 @@
 #include <QLabel>
 #include <QLineEdit>
 
-#include "app/setup_dialog.h"
+#include "ui/setup_dialog.h"
 
 namespace gc40 {
 namespace {

@@ -5,11 +5,11 @@
 #include <QPushButton>
 #include <QThread>
 
-#include "app/screen_layout.h"
 #include "gps/gps_line_list.h"
 #include "gps/gps_message_dialog.h"
 #include "instrument/port_reader.h"
 #include "platform/qt_text.h"
+#include "ui/screen_layout.h"
 
 namespace gc40 {
 namespace {

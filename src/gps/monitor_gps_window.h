@@ -13,10 +13,10 @@
 #include <string>
 #include <string_view>
 
-#include "app/logger_setup.h"
 #include "gps/gps_line_assembler.h"
 #include "gps/gps_monitor.h"
 #include "platform/clock.h"
+#include "platform/logger_context.h"
 
 class QLineEdit;
 class QPushButton;

@@ -9,7 +9,7 @@
 #include <optional>
 #include <string>
 
-#include "app/logger_setup.h"
+#include "platform/logger_context.h"
 
 class QWidget;
 

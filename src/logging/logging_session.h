@@ -9,13 +9,13 @@
 #include <string>
 #include <string_view>
 
-#include "app/profile_setup.h"
 #include "datafile/data_file.h"
 #include "gps/gps_line_assembler.h"
 #include "gps/gps_status.h"
 #include "instrument/record_framer.h"
 #include "logging/logging_view.h"
 #include "logging/run_state.h"
+#include "settings/profile_setup.h"
 #include "settings/settings.h"
 
 namespace gc40 {

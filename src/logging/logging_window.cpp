@@ -7,10 +7,6 @@
 #include <QMessageBox>
 #include <QScopeGuard>
 
-#include "app/key_codes.h"
-#include "app/screen_layout.h"
-#include "app/setup_dialogs.h"
-#include "app/window_geometry.h"
 #include "datafile/create_data_file.h"
 #include "instrument/instrument_reader.h"
 #include "instrument/port_reader.h"
@@ -22,6 +18,10 @@
 #include "logging/status_panel.h"
 #include "platform/clock.h"
 #include "platform/qt_text.h"
+#include "ui/key_codes.h"
+#include "ui/screen_layout.h"
+#include "ui/warning_box.h"
+#include "ui/window_geometry.h"
 
 namespace gc40 {
 namespace {
@@ -131,11 +131,11 @@ void LoggingWindow::placeButtonRow(const std::vector<QPushButton*>& row, int wid
 // With --raw-log every byte of both ports is kept, so a problem seen in the
 // field can be replayed.
 void LoggingWindow::startRawCaptures() {
-  if (!context_.options.rawLogFolder) return;
+  if (!context_.rawLogFolder) return;
   const LocalTime now = clock_.localTime();
   for (auto [role, capture] : {std::pair{"instrument", &capture_}, {"gps", &gpsCapture_}}) {
     std::string error;
-    if (auto opened = RawCapture::open(*context_.options.rawLogFolder, role, now, &error))
+    if (auto opened = RawCapture::open(*context_.rawLogFolder, role, now, &error))
       capture->emplace(std::move(*opened));
     else
       qWarning("gc40: no raw capture: %s", error.c_str());
@@ -306,7 +306,7 @@ bool LoggingWindow::runScale() {
 
 void LoggingWindow::runDisplayOptions() {
   const auto refocus = keysBackAfterDialog();
-  gc40::runDisplayOptions(this, context_);
+  emit displayOptionsRequested();
 }
 
 std::optional<int> LoggingWindow::runPopupMenu() {

@@ -14,11 +14,11 @@
 #include <optional>
 #include <vector>
 
-#include "app/logger_setup.h"
 #include "gps/gps_line_assembler.h"
 #include "instrument/record_framer.h"
 #include "logging/logging_session.h"
 #include "logging/logging_view.h"
+#include "platform/logger_context.h"
 #include "platform/raw_capture.h"
 
 namespace gc40 {
@@ -55,6 +55,9 @@ class LoggingWindow : public QWidget, private LoggingView {
   // The data file could not be written, for the system's `reason`; recording
   // has stopped.
   void writeFailed(const QString& path, const QString& reason);
+  // The Display Options button: the dialog is the main menu's, run by whoever
+  // built this screen before this signal returns.
+  void displayOptionsRequested();
 
  protected:
   bool event(QEvent* event) override;

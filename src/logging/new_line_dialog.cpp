@@ -2,10 +2,10 @@
 #include <QLabel>
 #include <QLineEdit>
 
-#include "app/setup_dialog.h"
 #include "logging/line_station_dialogs.h"
 #include "logging/line_station_model.h"
 #include "settings/setting_choices.h"
+#include "ui/setup_dialog.h"
 
 namespace gc40 {
 namespace {

@@ -5,9 +5,9 @@
 #include <span>
 #include <utility>
 
-#include "app/setup_dialog.h"
 #include "logging/line_station_dialogs.h"
 #include "logging/line_station_model.h"
+#include "ui/setup_dialog.h"
 
 namespace gc40 {
 namespace {

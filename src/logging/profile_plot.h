@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "app/profile_setup.h"
 #include "instrument/reading_decoder.h"
+#include "settings/profile_setup.h"
 #include "settings/settings.h"
 
 namespace gc40 {

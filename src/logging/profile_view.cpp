@@ -5,10 +5,10 @@
 #include <algorithm>
 #include <cstring>
 
-#include "app/colour_button.h"
-#include "app/window_geometry.h"
 #include "platform/qt_text.h"
 #include "settings/setting_choices.h"
+#include "ui/colour.h"
+#include "ui/window_geometry.h"
 
 namespace gc40 {
 namespace {

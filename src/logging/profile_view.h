@@ -9,9 +9,9 @@
 #include <array>
 #include <cstdint>
 
-#include "app/profile_setup.h"
 #include "instrument/reading_decoder.h"
 #include "logging/profile_plot.h"
+#include "settings/profile_setup.h"
 #include "settings/settings.h"
 
 namespace gc40 {

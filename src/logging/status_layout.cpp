@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "app/window_geometry.h"
 #include "logging/status_texts.h"
+#include "ui/window_geometry.h"
 
 namespace gc40 {
 namespace {

@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "app/profile_setup.h"
+#include "settings/profile_setup.h"
 #include "settings/settings.h"
 #include "viewer/survey_lines.h"
 

@@ -5,10 +5,10 @@
 #include <QPainter>
 #include <algorithm>
 
-#include "app/colour_button.h"
 #include "logging/profile_plot.h"
 #include "platform/qt_text.h"
 #include "settings/setting_choices.h"
+#include "ui/colour.h"
 
 namespace gc40 {
 namespace {

@@ -9,7 +9,7 @@
 #include <functional>
 #include <vector>
 
-#include "app/profile_setup.h"
+#include "settings/profile_setup.h"
 #include "settings/settings.h"
 #include "viewer/line_view.h"
 #include "viewer/survey_lines.h"

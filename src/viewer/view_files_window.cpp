@@ -8,8 +8,8 @@
 #include <QPushButton>
 #include <QTimer>
 
-#include "app/screen_layout.h"
 #include "platform/qt_text.h"
+#include "ui/screen_layout.h"
 #include "viewer/line_index_store.h"
 #include "viewer/line_view.h"
 #include "viewer/survey_file_loader.h"

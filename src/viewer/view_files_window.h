@@ -12,7 +12,7 @@
 #include <filesystem>
 #include <optional>
 
-#include "app/logger_setup.h"
+#include "platform/logger_context.h"
 #include "viewer/survey_lines.h"
 
 class QLabel;

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "app/window_geometry.h"
+#include "ui/window_geometry.h"
 
 namespace gc40 {
 namespace {

@@ -6,7 +6,7 @@
 #include <QTimer>
 #include <algorithm>
 
-#include "app/setup_dialogs.h"
+#include "app/run_setup_dialogs.h"
 #include "support/dialog_checks.h"
 #include "support/test_application.h"
 

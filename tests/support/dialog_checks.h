@@ -18,10 +18,10 @@
 #include <utility>
 #include <vector>
 
-#include "app/setup_dialog.h"
 #include "settings/settings_file.h"
 #include "support/modal_script.h"
 #include "support/prepared_logger.h"
+#include "ui/setup_dialog.h"
 
 namespace gc40::testing {
 

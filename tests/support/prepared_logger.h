@@ -4,7 +4,7 @@
 #include <sstream>
 #include <variant>
 
-#include "app/logger_setup.h"
+#include "app/start_up.h"
 #include "support/temp_folder.h"
 
 namespace gc40::testing {

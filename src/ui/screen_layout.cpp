@@ -1,6 +1,7 @@
-#include "app/screen_layout.h"
+#include "ui/screen_layout.h"
 
 #include <QPushButton>
+#include <QVariant>
 
 namespace gc40 {
 
@@ -18,6 +19,17 @@ void ScreenLayout::placeInButtonRow(QWidget* button, int index, int places) cons
   const int width = (innerWidth() - (places - 1) * kScreenGap) / places;
   place(button, kScreenMargin + index * (width + kScreenGap), buttonRowTop(), width,
         kScreenButtonHeight);
+}
+
+namespace {
+constexpr char kScaleProperty[] = "gc40WindowScale";
+}  // namespace
+
+void setWindowScale(QWidget& window, int scale) { window.setProperty(kScaleProperty, scale); }
+
+int windowScale(const QWidget* widget) {
+  const QVariant scale = widget ? widget->window()->property(kScaleProperty) : QVariant();
+  return scale.isValid() ? scale.toInt() : 1;
 }
 
 QPushButton* makeScreenButton(QWidget* parent, int id, const char* label) {

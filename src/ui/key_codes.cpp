@@ -1,8 +1,6 @@
-#include "app/key_codes.h"
+#include "ui/key_codes.h"
 
 #include <QKeyEvent>
-
-#include "app/main_menu.h"
 
 namespace gc40 {
 

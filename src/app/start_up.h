@@ -7,23 +7,9 @@
 #include <variant>
 
 #include "app/command_line.h"
-#include "app/profile_setup.h"
-#include "platform/port_map.h"
-#include "platform/storage.h"
-#include "settings/settings.h"
+#include "platform/logger_context.h"
 
 namespace gc40 {
-
-struct LoggerContext {
-  CommandLine options;
-  StorageRoot storage;
-  Settings settings;
-  PortMap ports;
-  ProfileTraces profileTraces;  // which traces the live profile draws
-  // --simulate: the simulated instrument's and GPS receiver's ports, else empty.
-  std::string simulatedInstrumentPath;
-  std::string simulatedGpsPath;
-};
 
 struct SetupError {
   std::string message;

@@ -1,4 +1,4 @@
-#include "app/combo_selection.h"
+#include "ui/combo_selection.h"
 
 namespace gc40 {
 

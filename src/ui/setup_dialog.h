@@ -10,10 +10,10 @@
 #include <string_view>
 #include <vector>
 
-#include "app/combo_selection.h"
-#include "app/logger_setup.h"
+#include "platform/logger_context.h"
 #include "platform/port_map.h"
 #include "platform/qt_text.h"
+#include "ui/combo_selection.h"
 
 class QComboBox;
 class QGridLayout;
@@ -106,7 +106,7 @@ class SetupDialog : public QDialog {
   std::vector<QWidget*> wide_;
 };
 
-// An entry point of setup_dialogs.h: the dialog, modal, and its result.
+// An entry point of run_setup_dialogs.h: the dialog, modal, and its result.
 template <typename Dialog>
 int runModal(QWidget* owner, LoggerContext& context) {
   Dialog dialog(owner, context);

@@ -1,4 +1,4 @@
-#include "app/profile_setup.h"
+#include "settings/profile_setup.h"
 
 namespace gc40 {
 namespace {
@@ -24,12 +24,6 @@ ProfileTraces setupProfileTraces(const Settings& settings) {
     on(3, dipole == 1);
   }
   return traces;
-}
-
-void computeProfileScales(Settings& settings) {
-  recomputeScaleFactors(settings);
-  settings.dipoleMode = 0;
-  settings.component = 0;
 }
 
 }  // namespace gc40

@@ -1,4 +1,4 @@
-#include "app/setup_dialog.h"
+#include "ui/setup_dialog.h"
 
 #include <QComboBox>
 #include <QGridLayout>
@@ -8,10 +8,10 @@
 #include <QPushButton>
 #include <QSignalBlocker>
 
-#include "app/main_window.h"
-#include "app/window_geometry.h"
-#include "datafile/create_data_file.h"
 #include "settings/settings_file.h"
+#include "ui/screen_layout.h"
+#include "ui/warning_box.h"
+#include "ui/window_geometry.h"
 
 namespace gc40 {
 namespace {
@@ -19,12 +19,6 @@ namespace {
 constexpr int kFontPixels = 14;
 constexpr int kMargin = 4;
 constexpr int kSpacing = 3;
-
-// The logging screen's dialogs are owned by a screen inside the main window.
-int ownerScale(QWidget* owner) {
-  const auto* main = owner ? qobject_cast<MainWindow*>(owner->window()) : nullptr;
-  return main ? main->scale() : 1;
-}
 
 }  // namespace
 
@@ -47,7 +41,10 @@ void readCombos(std::span<QComboBox* const> combos, std::span<ComboBox> models) 
 }
 
 SetupDialog::SetupDialog(QWidget* owner, const QString& title, bool portrait)
-    : QDialog(owner), portrait_(portrait), scale_(ownerScale(owner)), grid_(new QGridLayout(this)) {
+    : QDialog(owner),
+      portrait_(portrait),
+      scale_(windowScale(owner)),
+      grid_(new QGridLayout(this)) {
   setWindowTitle(title);
   QFont font = this->font();
   font.setPixelSize(kFontPixels * scale_);

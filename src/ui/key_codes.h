@@ -8,6 +8,13 @@ class QKeyEvent;
 
 namespace gc40 {
 
+inline constexpr int kKeyTab = 9;
+inline constexpr int kKeyReturn = 13;
+inline constexpr int kKeyLeft = 37;
+inline constexpr int kKeyUp = 38;
+inline constexpr int kKeyRight = 39;
+inline constexpr int kKeyDown = 40;
+
 int handheldKeyCode(const QKeyEvent& event);
 
 }  // namespace gc40

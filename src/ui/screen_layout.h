@@ -5,7 +5,7 @@
 
 #include <cstdint>
 
-#include "app/window_geometry.h"
+#include "ui/window_geometry.h"
 
 class QPushButton;
 class QWidget;
@@ -34,6 +34,11 @@ class ScreenLayout {
   LayoutSize size_;
   int scale_;
 };
+
+// The main window's whole scale, kept on the window so that the screens and
+// dialogs over it are drawn at the same scale; 1 for any other window.
+void setWindowScale(QWidget& window, int scale);
+int windowScale(const QWidget* widget);
 
 // A screen's button, named by its id. It never takes the keyboard focus, so
 // the screen keeps every key (a focused button would take Space, Enter, "x").

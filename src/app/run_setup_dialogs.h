@@ -4,7 +4,7 @@
 // hold into context.settings (through the dialog rules in *_model.h) and saves
 // the settings file; Cancel stores nothing beyond the dialog's live changes.
 
-#include "app/logger_setup.h"
+#include "app/start_up.h"
 
 class QWidget;
 

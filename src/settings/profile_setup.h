@@ -22,8 +22,4 @@ struct ProfileTraces {
 // component "Both".
 ProfileTraces setupProfileTraces(const Settings& settings);
 
-// The two pixel scales, and component and dipole back to 0. Runs before the
-// settings file is loaded, so the file's values win.
-void computeProfileScales(Settings& settings);
-
 }  // namespace gc40

@@ -1,4 +1,4 @@
-#include "app/logger_setup.h"
+#include "app/start_up.h"
 
 #include <ostream>
 
@@ -8,8 +8,11 @@ namespace gc40 {
 
 std::variant<LoggerContext, SetupError> prepareLogger(const CommandLine& options, const char* home,
                                                       std::ostream& warnings) {
-  LoggerContext context{
-      options, {options.storage.value_or(defaultStorageRoot(home))}, {}, {}, {}, {}, {}};
+  LoggerContext context;
+  context.storage = {options.storage.value_or(defaultStorageRoot(home))};
+  context.orientation = options.orientation;
+  context.windowScale = options.scale;
+  context.rawLogFolder = options.rawLogFolder;
   if (std::optional<std::string> error = prepareStorage(context.storage)) {
     return SetupError{*error};
   }
@@ -20,7 +23,7 @@ std::variant<LoggerContext, SetupError> prepareLogger(const CommandLine& options
   }
   // Derived values first, so that what the file holds wins.
   computeSamplesPerReading(context.settings);
-  computeProfileScales(context.settings);
+  recomputeScaleFactors(context.settings);
   const SettingsFileResult loaded =
       loadOrSaveSettings(context.settings, context.storage.settingsFolder(), false);
   if (loaded.outcome == SettingsFileResult::Outcome::kFailed) {

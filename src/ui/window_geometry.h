@@ -5,9 +5,11 @@
 
 #include <optional>
 
-#include "app/command_line.h"
+#include "platform/logger_context.h"
 
 namespace gc40 {
+
+inline constexpr int kMaxWindowScale = 8;
 
 struct LayoutSize {
   int width = 0;

@@ -1,0 +1,13 @@
+# Shared screen pieces: layout sizes and the window's scale, key codes, colour
+# conversion, the dialog base with its drop-down rules, the warning box.
+list(APPEND GC40_CORE_FILES
+  ui/combo_selection.cpp ui/combo_selection.h
+  ui/window_geometry.cpp ui/window_geometry.h
+)
+list(APPEND GC40_QT_FILES
+  ui/key_codes.cpp ui/key_codes.h
+  ui/setup_dialog.cpp ui/setup_dialog.h
+  ui/colour.cpp ui/colour.h
+  ui/warning_box.cpp ui/warning_box.h
+  ui/screen_layout.cpp ui/screen_layout.h
+)
