@@ -28,7 +28,7 @@ class DisplayOptionsView : public SetupDialog {
   void pickColour(int trace);
 
   LoggerContext& context_;
-  DisplayOptionsDialog model_;
+  DisplayOptionsModel model_;
   std::array<QCheckBox*, kDialogTraceCount> visible_{};      // 750..753
   std::array<ColourButton*, kDialogTraceCount> colours_{};   // 758..761
   std::array<QComboBox*, kDialogTraceCount> thicknesses_{};  // 766..769

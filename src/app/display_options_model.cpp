@@ -6,8 +6,8 @@
 
 namespace gc40 {
 
-DisplayOptionsDialog openDisplayOptions(const Settings& settings) {
-  DisplayOptionsDialog dialog;
+DisplayOptionsModel openDisplayOptions(const Settings& settings) {
+  DisplayOptionsModel dialog;
   for (std::size_t i = 0; i < kDialogTraceCount; ++i) {
     dialog.backup.traceThickness[i] = settings.traceThickness[i];
     dialog.backup.traceColour[i] = settings.traceColour[i];

@@ -25,12 +25,12 @@ struct DisplayOptionsBackup {
   std::array<Colorref, kDialogTraceCount> traceColour{};
 };
 
-struct DisplayOptionsDialog {
+struct DisplayOptionsModel {
   DisplayOptionsControls controls;
   DisplayOptionsBackup backup;  // taken on opening, for Cancel
 };
 
-DisplayOptionsDialog openDisplayOptions(const Settings& settings);
+DisplayOptionsModel openDisplayOptions(const Settings& settings);
 
 // A thickness combo's new selection, into the settings at once.
 void selectTraceThickness(Settings& settings, int trace, std::int32_t selection);

@@ -19,7 +19,7 @@ constexpr int kMonitorButtonId = 729;
 
 }  // namespace
 
-GpsPortDialog::GpsPortDialog(QWidget* owner, LoggerContext& context)
+GpsPortView::GpsPortView(QWidget* owner, LoggerContext& context)
     : SetupDialog(owner, QStringLiteral("Set GPS Port"), context.settings.portraitScreen == 1),
       context_(context) {
   combos_ = addComboRows(kRows, openGpsPortSetup(context.settings), kPortRow, context.ports);
@@ -29,9 +29,9 @@ GpsPortDialog::GpsPortDialog(QWidget* owner, LoggerContext& context)
   arrangeRows();
 }
 
-void GpsPortDialog::onOk() { finish(false); }
+void GpsPortView::onOk() { finish(false); }
 
-void GpsPortDialog::finish(bool monitor) {
+void GpsPortView::finish(bool monitor) {
   GpsPortControls controls = openGpsPortSetup(context_.settings);
   readCombos(combos_, controls);
   const GpsPortOutcome outcome = monitor ? monitorGpsOutput(context_.settings, controls)
@@ -41,7 +41,7 @@ void GpsPortDialog::finish(bool monitor) {
 }
 
 int runGpsPortSetup(QWidget* owner, LoggerContext& context) {
-  return runModal<GpsPortDialog>(owner, context);
+  return runModal<GpsPortView>(owner, context);
 }
 
 }  // namespace gc40

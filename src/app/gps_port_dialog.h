@@ -9,9 +9,9 @@
 
 namespace gc40 {
 
-class GpsPortDialog : public SetupDialog {
+class GpsPortView : public SetupDialog {
  public:
-  GpsPortDialog(QWidget* owner, LoggerContext& context);
+  GpsPortView(QWidget* owner, LoggerContext& context);
 
  protected:
   void onOk() override;

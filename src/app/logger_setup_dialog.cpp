@@ -15,14 +15,14 @@ constexpr std::size_t kPortRow = 1;
 
 }  // namespace
 
-LoggerSetupDialog::LoggerSetupDialog(QWidget* owner, LoggerContext& context)
+LoggerSetupView::LoggerSetupView(QWidget* owner, LoggerContext& context)
     : SetupDialog(owner, QStringLiteral("Logger Setup"), context.settings.portraitScreen == 1),
       context_(context) {
   combos_ = addComboRows(kRows, openLoggerSetup(context.settings), kPortRow, context.ports);
   arrangeRows();
 }
 
-void LoggerSetupDialog::onOk() {
+void LoggerSetupView::onOk() {
   LoggerSetupControls controls = openLoggerSetup(context_.settings);
   readCombos(combos_, controls);
   acceptLoggerSetup(context_.settings, controls);
@@ -31,7 +31,7 @@ void LoggerSetupDialog::onOk() {
 }
 
 int runLoggerSetup(QWidget* owner, LoggerContext& context) {
-  return runModal<LoggerSetupDialog>(owner, context);
+  return runModal<LoggerSetupView>(owner, context);
 }
 
 }  // namespace gc40

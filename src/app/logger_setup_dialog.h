@@ -8,9 +8,9 @@
 
 namespace gc40 {
 
-class LoggerSetupDialog : public SetupDialog {
+class LoggerSetupView : public SetupDialog {
  public:
-  LoggerSetupDialog(QWidget* owner, LoggerContext& context);
+  LoggerSetupView(QWidget* owner, LoggerContext& context);
 
  protected:
   void onOk() override;

@@ -24,7 +24,7 @@ class SurveySetupView : public SetupDialog {
   void onIncrementEdited(const QString& text);
 
   LoggerContext& context_;
-  SurveySetupDialog model_;
+  SurveySetupModel model_;
   QComboBox* mode_ = nullptr;           // 620
   QLabel* rateLabel_ = nullptr;         // 601
   QLineEdit* rate_ = nullptr;           // 621

@@ -23,7 +23,7 @@ void showDipoleModes(SurveySetupControls& controls, const Settings& settings, st
 
 // Labels and edit 621 for the mode shown. On opening the Manual label reads
 // "Sample/Rdg" and 609 keeps its layout text; a later change relabels both.
-void showMode(SurveySetupDialog& dialog, bool opening) {
+void showMode(SurveySetupModel& dialog, bool opening) {
   SurveySetupControls& controls = dialog.controls;
   const SurveySetupWorking& working = dialog.working;
   controls.rateLabel = u"Readings/s";
@@ -49,8 +49,8 @@ void showMode(SurveySetupDialog& dialog, bool opening) {
 
 }  // namespace
 
-SurveySetupDialog openSurveySetup(const Settings& settings) {
-  SurveySetupDialog dialog;
+SurveySetupModel openSurveySetup(const Settings& settings) {
+  SurveySetupModel dialog;
   SurveySetupWorking& working = dialog.working;
   SurveySetupEntry& values = dialog.controls.values;
   values.mode = selectionOf(settings, kSurveyModeSetting);
@@ -71,7 +71,7 @@ SurveySetupDialog openSurveySetup(const Settings& settings) {
   return dialog;
 }
 
-void changeSurveyMode(SurveySetupDialog& dialog, Settings& settings, std::int32_t mode) {
+void changeSurveyMode(SurveySetupModel& dialog, Settings& settings, std::int32_t mode) {
   if (mode < kAuto || mode > kManual) return;
   SurveySetupWorking& working = dialog.working;
   dialog.controls.values.mode = mode;
@@ -85,7 +85,7 @@ void changeSurveyMode(SurveySetupDialog& dialog, Settings& settings, std::int32_
   showMode(dialog, false);
 }
 
-void editRateOrSamples(SurveySetupDialog& dialog, std::u16string text) {
+void editRateOrSamples(SurveySetupModel& dialog, std::u16string text) {
   float value = parseFloatPrefix(text);
   if (value <= 0.0f) value = 1.0f;
   dialog.controls.values.rateOrSamples = std::move(text);
@@ -93,7 +93,7 @@ void editRateOrSamples(SurveySetupDialog& dialog, std::u16string text) {
   if (dialog.working.modeShown == kManual) dialog.working.samples = truncateToInt32(value);
 }
 
-void editStationIncrement(SurveySetupDialog& dialog, std::u16string text) {
+void editStationIncrement(SurveySetupModel& dialog, std::u16string text) {
   SurveySetupWorking& working = dialog.working;
   working.stationIncrement = parseFloatPrefix(text);
   dialog.controls.values.stationIncrement = std::move(text);

@@ -37,24 +37,24 @@ struct SurveySetupWorking {
   std::array<float, 3> modeIncrements{};  // Auto, Wheel, Manual
 };
 
-struct SurveySetupDialog {
+struct SurveySetupModel {
   SurveySetupControls controls;
   SurveySetupWorking working;
 };
 
-SurveySetupDialog openSurveySetup(const Settings& settings);
+SurveySetupModel openSurveySetup(const Settings& settings);
 
 // The mode combo (620) notified with selection `mode`. Leaving Manual with
 // dipole "Both" stored resets the stored dipoleMode to Vertical at once, so
 // Cancel keeps that reset. A selection outside the three modes is ignored.
-void changeSurveyMode(SurveySetupDialog& dialog, Settings& settings, std::int32_t mode);
+void changeSurveyMode(SurveySetupModel& dialog, Settings& settings, std::int32_t mode);
 
 // The rate / samples edit (621) changed to `text`.
-void editRateOrSamples(SurveySetupDialog& dialog, std::u16string text);
+void editRateOrSamples(SurveySetupModel& dialog, std::u16string text);
 
 // The station increment edit (629) changed to `text`. An increment of 0 (or
 // text that is no number) is rewritten at once as "1.000"; the caller puts
 // `controls.values.stationIncrement` back into the edit when it differs.
-void editStationIncrement(SurveySetupDialog& dialog, std::u16string text);
+void editStationIncrement(SurveySetupModel& dialog, std::u16string text);
 
 }  // namespace gc40

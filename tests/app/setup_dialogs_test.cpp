@@ -27,7 +27,7 @@ Settings surveyIn(std::int32_t mode, std::int32_t dipole = 0) {
 // stay in the edit.
 TEST(SurveySetupModel, ModeChangesShowEachModesOwnValues) {
   Settings settings = surveyIn(0);
-  SurveySetupDialog dialog = openSurveySetup(settings);
+  SurveySetupModel dialog = openSurveySetup(settings);
   const SurveySetupControls& c = dialog.controls;
   editRateOrSamples(dialog, u"-3");  // no rate below 1 per second
   changeSurveyMode(dialog, settings, 1);
@@ -56,7 +56,7 @@ TEST(SurveySetupModel, LeavingManualResetsDipoleBothAtOnce) {
        {Case{2, 2, 0, 0, 2}, Case{2, 2, 1, 0, 2}, Case{2, 1, 0, 1, 2}, Case{0, 1, 2, 1, 3},
         Case{2, 2, 2, 2, 3}}) {
     Settings settings = surveyIn(from, dipole);
-    SurveySetupDialog dialog = openSurveySetup(settings);
+    SurveySetupModel dialog = openSurveySetup(settings);
     changeSurveyMode(dialog, settings, to);
     EXPECT_EQ(std::tuple(settings.dipoleMode, dialog.controls.values.dipoleMode,
                          dialog.controls.dipoleItems.size()),
@@ -156,7 +156,7 @@ TEST(DisplayOptionsModel, LiveChangesAreKeptByOkAndUndoneByCancel) {
   opened.traceVisible = {1, 0, 1, 0, 1, 1, 1, 1};
   opened.gridScale = 1;
   Settings settings = opened;
-  DisplayOptionsDialog dialog = openDisplayOptions(settings);
+  DisplayOptionsModel dialog = openDisplayOptions(settings);
   EXPECT_EQ(dialog.controls.thickness, (std::array<std::int32_t, 4>{0, 3, 0, 3}));
   selectTraceThickness(settings, 1, 2);
   storePickedColour(settings, 0, std::nullopt);  // picker cancelled: black
