@@ -58,8 +58,7 @@ void MainCommands::carryOut(MainCommand command) {
     case MainCommand::kViewFiles:
       viewFiles_->showOverMainWindow();
       return;
-    case MainCommand::kExit:
-      window_.close();
+    case MainCommand::kExit:  // the window closes itself
       return;
   }
   window_.update();

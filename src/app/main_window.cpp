@@ -83,7 +83,7 @@ void MainWindow::createButtons() {
     button->setAutoDefault(false);
     const int id = kFirstMainButtonId + i;
     connect(button, &QPushButton::clicked, this, [this, id] {
-      if (const auto command = commandForButtonId(id)) carryOut(*command);
+      if (const auto command = commandForButtonId(id)) choose(*command);
     });
     buttons_[i] = button;
   }
@@ -110,24 +110,19 @@ bool MainWindow::event(QEvent* event) {
 void MainWindow::onKey(int keyCode) {
   const MainMenuStep step = mainMenuKey(menu_, keyCode);
   if (step.previousFocus != menu_.focusedButton) showFocusRing();
-  if (step.command) carryOut(*step.command);
+  if (step.command) choose(*step.command);
 }
 
 void MainWindow::showFocusRing() {
   for (int i = 0; i < kMainButtonCount; ++i) buttons_[i]->setDefault(i == menu_.focusedButton);
 }
 
-void MainWindow::carryOut(MainCommand command) {
-  switch (command) {
-    case MainCommand::kExit:
-      close();
-      return;
-    case MainCommand::kMonitorLog:
-      if (stopIfUptimeExceeded(services_.tickCount())) return;
-      break;
-    default:
-      break;
+void MainWindow::choose(MainCommand command) {
+  if (command == MainCommand::kExit) {
+    close();
+    return;
   }
+  if (command == MainCommand::kMonitorLog && stopIfUptimeExceeded(services_.tickCount())) return;
   emit commandChosen(command);
 }
 

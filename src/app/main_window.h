@@ -12,9 +12,9 @@
 namespace gc40 {
 
 // The main window titled "GC40": the title screen with the seven menu
-// buttons. Keys and clicks go through the main menu's decisions; Exit and the
-// uptime guard are handled here, every other command is handed on through
-// commandChosen.
+// buttons. Keys and clicks go through the main menu's decisions; Exit closes
+// the window here and the uptime guard stops Monitor/Log here, every other
+// command is handed on through commandChosen to MainCommands.
 class MainWindow : public QWidget {
   Q_OBJECT
 
@@ -39,10 +39,7 @@ class MainWindow : public QWidget {
   void bringToFront();
 
  signals:
-  // Monitor/Log (after the uptime guard), the four setup dialogs and View
-  // Files. The Logging screen, the setup dialogs and the View Files screen
-  // are built elsewhere and plug in here; until then nothing listens and the
-  // command does nothing.
+  // Every menu command but Exit, Monitor/Log only after the uptime guard.
   void commandChosen(gc40::MainCommand command);
 
  protected:
@@ -53,7 +50,7 @@ class MainWindow : public QWidget {
   void applyShape();
   void createButtons();
   void onKey(int keyCode);
-  void carryOut(MainCommand command);
+  void choose(MainCommand command);
   void showFocusRing();
   bool stopIfUptimeExceeded(std::uint32_t tickMs);
 

@@ -49,9 +49,9 @@ std::int32_t knownPauseKey(std::int32_t pauseKey) {
 bool isPauseKey(std::int32_t pauseKey, int keyCode) {
   switch (knownPauseKey(pauseKey)) {
     case 1:
-      return keyCode == kSpaceKey;
+      return keyCode == kKeySpace;
     case 2:
-      return keyCode == kEnterKey;
+      return keyCode == kKeyReturn;
     case 3:
       return keyCode == 'P' || keyCode == 'p';
     default:
@@ -78,7 +78,7 @@ std::optional<int> keyCommand(std::int32_t loggingState, std::int32_t pauseKey,
     if (isPauseKey(pauseKey, keyCode)) return 0;
     return std::nullopt;
   }
-  if (keyCode == kEnterKey) return selectedButton;
+  if (keyCode == kKeyReturn) return selectedButton;
   return letterCommand(loggingState, keyCode);
 }
 

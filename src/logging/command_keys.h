@@ -7,6 +7,8 @@
 #include <optional>
 #include <string_view>
 
+#include "ui/key_codes.h"
+
 namespace gc40 {
 
 // Button i of the visible group carries id 460 + i; a click gives command i.
@@ -42,10 +44,6 @@ inline constexpr int kScaleMenuCommand = 1101;
 inline constexpr int kDisplayOptionsMenuCommand = 1102;
 inline constexpr int kRedrawCommand = 1103;
 inline constexpr int kHideMenuCommand = 1106;
-
-// Key codes as the handheld reports them (letters in either case).
-inline constexpr int kEnterKey = 13;
-inline constexpr int kSpaceKey = 32;
 
 enum class LoggingAction {
   kCreateFile,

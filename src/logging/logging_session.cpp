@@ -212,7 +212,11 @@ void LoggingSession::onReading() {
   const bool pressed = triggerPressed(record);
   state_.manualTriggerLatch =
       nextTriggerLatch(state_.manualTriggerLatch, pressed, state_.surveyMode);
-  shown.triggerIndicator = triggerIndicator(pressed);
+  // The survey's own mode counts, not the run's, which averaging sets to Auto.
+  shown.triggerIndicator =
+      triggerIndicatorText(pressed, effectiveIndex(settings_, kSurveyModeSetting),
+                           state_.loggingState)
+          .front();
   const bool logging = state_.loggingState == kLoggingState;
   const bool triggered = logging && state_.manualTriggerLatch == kLatchRecord;
   bool averaged = false;
@@ -249,14 +253,6 @@ bool LoggingSession::recordReading(std::string_view record, std::uint32_t arriva
   if (countTowardBeep(state_, effectiveIndex(settings_, kAudioSetting) == 1)) view_.beep();
   advanceStation(state_, settings_);
   return true;
-}
-
-// In Manual logging the trigger takes the readings, so its mark is not shown;
-// the survey's own mode counts, not the run's, which averaging sets to Auto.
-char LoggingSession::triggerIndicator(bool pressed) const {
-  const bool manualLogging = effectiveIndex(settings_, kSurveyModeSetting) == kManualMode &&
-                             state_.loggingState == kLoggingState;
-  return pressed && !manualLogging ? 'M' : ' ';
 }
 
 void LoggingSession::onTimerTick() {

@@ -76,7 +76,6 @@ class LoggingSession {
   void showLineAndStation();
 
   bool recordReading(std::string_view record, std::uint32_t arrival, bool averaged);
-  char triggerIndicator(bool pressed) const;
 
   void reportConnectionBreak();
   void giveUpConnection();

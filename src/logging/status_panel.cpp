@@ -68,10 +68,6 @@ void StatusPanel::showStation(double station) {
   setText(StatusField::kStation, qText(stationText(station)));
 }
 
-void StatusPanel::showCount(std::int32_t readingsAtStation) {
-  setText(StatusField::kCount, qText(countText(readingsAtStation)));
-}
-
 void StatusPanel::showLine(const QString& surveyLine) { setText(StatusField::kLine, surveyLine); }
 
 void StatusPanel::showMessage(const QString& text) { setText(StatusField::kMessage, text); }
@@ -82,12 +78,6 @@ void StatusPanel::showReading(const DecodedReading& reading, const Settings& set
   setText(F::kConductivity, qText(conductivityText(reading, settings.component, portrait_)));
   setText(F::kInphase, qText(inphaseText(reading, portrait_)));
   setText(F::kDipoleRange, qText(dipoleRangeText(reading, portrait_)));
-}
-
-void StatusPanel::showTrigger(bool triggerPressed, std::int32_t surveyMode,
-                              std::int32_t loggingState) {
-  setText(StatusField::kTriggerIndicator,
-          qText(triggerIndicatorText(triggerPressed, surveyMode, loggingState)));
 }
 
 void StatusPanel::refreshBattery(std::uint32_t tick) {

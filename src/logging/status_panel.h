@@ -35,14 +35,12 @@ class StatusPanel : public QWidget {
   void showState(std::int32_t loggingState);
   void showFileName(const QString& baseName);
   void showStation(double station);
-  void showCount(std::int32_t readingsAtStation);
   void showLine(const QString& surveyLine);
   void showMessage(const QString& text);  // empty clears the message line
 
   // Per reading: the survey's dipole mode, the values and the reading's
   // dipole and range.
   void showReading(const DecodedReading& reading, const Settings& settings);
-  void showTrigger(bool triggerPressed, std::int32_t surveyMode, std::int32_t loggingState);
   // Asks the battery again once three minutes have passed since it was drawn.
   void refreshBattery(std::uint32_t tick);
 

@@ -13,6 +13,18 @@ int handheldKeyCode(const QKeyEvent& event) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
       return kKeyReturn;
+    case Qt::Key_PageUp:
+      return kKeyPageUp;
+    case Qt::Key_PageDown:
+      return kKeyPageDown;
+    case Qt::Key_End:
+      return kKeyEnd;
+    case Qt::Key_Home:
+      return kKeyHome;
+    case Qt::Key_Escape:
+      return kKeyEscape;
+    case Qt::Key_Backspace:
+      return kKeyBackspace;
     case Qt::Key_Left:
       return kKeyLeft;
     case Qt::Key_Up:

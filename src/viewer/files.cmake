@@ -5,6 +5,7 @@ list(APPEND GC40_CORE_FILES
   viewer/line_index_files.cpp viewer/line_index_files.h
   viewer/line_view.cpp viewer/line_view.h
   viewer/viewer_texts.cpp viewer/viewer_texts.h
+  viewer/viewer_keys.cpp viewer/viewer_keys.h
 )
 list(APPEND GC40_QT_FILES
   viewer/survey_file_loader.cpp viewer/survey_file_loader.h

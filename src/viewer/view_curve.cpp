@@ -51,18 +51,7 @@ void ViewCurve::showLine(std::vector<StationEntry> stations, const Settings& set
   setBar(0);
 }
 
-bool ViewCurve::moveBar(int key) {
-  static constexpr std::pair<int, BarMove> kMoves[] = {
-      {Qt::Key_Left, BarMove::kStationBack}, {Qt::Key_Right, BarMove::kStationOn},
-      {Qt::Key_PageUp, BarMove::kPageBack},  {Qt::Key_PageDown, BarMove::kPageOn},
-      {Qt::Key_Home, BarMove::kFirst},       {Qt::Key_End, BarMove::kLast}};
-  for (const auto& [moveKey, move] : kMoves) {
-    if (key != moveKey) continue;
-    setBar(movedBar(bar_, stations_.size(), move));
-    return true;
-  }
-  return false;
-}
+void ViewCurve::moveBar(BarMove move) { setBar(movedBar(bar_, stations_.size(), move)); }
 
 void ViewCurve::setBar(std::size_t bar) {
   bar_ = bar;

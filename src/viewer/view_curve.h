@@ -30,8 +30,8 @@ class ViewCurve : public QWidget {
   void onBarMoved(std::function<void()> handler) { barMoved_ = std::move(handler); }
   const std::vector<StationEntry>& stations() const { return stations_; }
 
-  // True when `key` is one of the bar keys (the bar stays put at an end).
-  bool moveBar(int key);
+  // The bar stays put at an end of the line.
+  void moveBar(BarMove move);
   std::size_t bar() const { return bar_; }
   std::size_t firstShown() const { return first_; }
   std::size_t columns() const;

@@ -9,11 +9,13 @@
 #include <QTimer>
 
 #include "platform/qt_text.h"
+#include "ui/key_codes.h"
 #include "ui/screen_layout.h"
 #include "viewer/line_index_store.h"
 #include "viewer/line_view.h"
 #include "viewer/survey_file_loader.h"
 #include "viewer/view_curve.h"
+#include "viewer/viewer_keys.h"
 #include "viewer/viewer_texts.h"
 
 namespace gc40 {
@@ -241,24 +243,32 @@ void ViewFilesWindow::warn(const QString& text) {
 }
 
 void ViewFilesWindow::keyPressEvent(QKeyEvent* event) {
-  const int key = event->key();
-  if (key == Qt::Key_X || key == Qt::Key_Escape) return leave();
-  if (key == Qt::Key_O) {
-    chooseFile();
-    return;
+  const ViewerPage page = curvePage_->isVisible() ? ViewerPage::kProfile : ViewerPage::kLineList;
+  const ViewerKeyCommand command = viewerKeyCommand(page, handheldKeyCode(*event));
+  switch (command.action) {
+    case ViewerAction::kNone:
+      return QWidget::keyPressEvent(event);
+    case ViewerAction::kLeave:
+      return leave();
+    case ViewerAction::kOpenFile:
+      chooseFile();
+      return;
+    case ViewerAction::kBackToList:
+      return showList();
+    case ViewerAction::kMoveBar:
+      return curve_->moveBar(command.move);
+    case ViewerAction::kPreviousLine:
+    case ViewerAction::kNextLine:
+      return stepLine(command.action == ViewerAction::kPreviousLine ? -1 : 1);
+    case ViewerAction::kViewLine:
+      viewLine(lines_->currentRow());
+      return;
   }
-  if (curvePage_->isVisible()) {
-    if (key == Qt::Key_L || key == Qt::Key_Backspace) return showList();
-    if (curve_->moveBar(key)) return;
-  } else if (key == Qt::Key_Up || key == Qt::Key_Down) {
-    const int row = lines_->currentRow() + (key == Qt::Key_Up ? -1 : 1);
-    if (row >= 0 && row < lines_->count()) lines_->setCurrentRow(row);
-    return;
-  } else if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_V) {
-    viewLine(lines_->currentRow());
-    return;
-  }
-  QWidget::keyPressEvent(event);
+}
+
+void ViewFilesWindow::stepLine(int step) {
+  const int row = lines_->currentRow() + step;
+  if (row >= 0 && row < lines_->count()) lines_->setCurrentRow(row);
 }
 
 }  // namespace gc40

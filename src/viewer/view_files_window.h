@@ -64,6 +64,7 @@ class ViewFilesWindow : public QWidget {
   void createControls();
   void placeControls();
   void showList();
+  void stepLine(int step);  // the line above (-1) or below (+1) in the list
   void showReadout();
   void listLines();
   void takeKeys();

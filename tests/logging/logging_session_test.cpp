@@ -156,7 +156,7 @@ TEST_F(LoggingRun, WalksFromMonitorToLoggingAndBackWithItsNotes) {
   settings.pauseKey = 1;
   start();
   view.fileName.clear();
-  session.onKey(kEnterKey);  // Create File, cancelled
+  session.onKey(kKeyReturn);  // Create File, cancelled
   EXPECT_EQ(session.state().loggingState, kMonitorState);
   view.fileName = "RUN123456.R40";
   session.onButton(460);
@@ -164,7 +164,7 @@ TEST_F(LoggingRun, WalksFromMonitorToLoggingAndBackWithItsNotes) {
   EXPECT_TRUE(view.called("File:RUN12345"));
   reading(kReleased);  // shown, not recorded
 
-  session.onKey(kEnterKey);  // Go
+  session.onKey(kKeyReturn);  // Go
   EXPECT_EQ(session.state().loggingState, kLoggingState);
   EXPECT_TRUE(view.called("pause button 1") && view.called("beep"));
   EXPECT_EQ(link.recordsPerReading, 3);
