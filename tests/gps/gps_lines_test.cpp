@@ -1,6 +1,7 @@
 // The logger's GPS line handling: lines cut, judged and stamped, the fields
-// shown from them, and real receivers' captures giving the same lines and
-// verdicts however their bytes are split, with a few lines checked by hand.
+// shown from them, and real receivers' captures giving the lines, verdicts and
+// fields their .chk files list however their bytes are split, counts that
+// match the captures' table, and a few lines checked by hand.
 
 #include <gtest/gtest.h>
 
@@ -102,39 +103,68 @@ TEST(GpsStatus, GgaAndGsaFillTheFieldsAndBadOnesShowQuestionMarks) {
   EXPECT_EQ(onGpsSentence(status, "$GSA", true, false), (GpsFieldsShown{.pdop = "??"}));  // short
 }
 
-// A line as judged, and what the status line shows after it.
-struct Handled {
-  std::string text;
-  bool valid;
-  GpsFieldsShown shown;
-  bool operator==(const Handled&) const = default;
-};
-
 // The capture fed in chunks of 1..maxChunk bytes (all at once for 0).
-std::vector<Handled> handle(std::string_view bytes, std::size_t maxChunk, unsigned seed = 1) {
+std::vector<HandledGpsLine> handle(std::string_view bytes, std::size_t maxChunk,
+                                   unsigned seed = 1) {
   std::mt19937 random(seed);
-  GpsLineAssembler assembler;
-  GpsStatus status;
-  std::vector<Handled> handled;
+  GpsCaptureReader reader;
   for (std::size_t at = 0, size; at < bytes.size(); at += size) {
     size = maxChunk == 0 ? bytes.size() : 1 + random() % maxChunk;
-    assembler.feed(bytes.substr(at, size), 0, [&](std::string_view text, std::uint32_t tick) {
-      judgeGpsLine(text, tick, [&](const GpsLine& line) {
-        handled.push_back(
-            {line.text, line.valid, onGpsSentence(status, line.text, line.valid, true)});
-      });
-    });
+    reader.feed(bytes.substr(at, size));
   }
-  return handled;
+  return reader.lines();
+}
+
+std::vector<std::filesystem::path> captures() {
+  std::vector<std::filesystem::path> paths;
+  for (const auto& entry : std::filesystem::directory_iterator(GC40_NMEA_CAPTURES))
+    if (entry.path().extension() == ".log") paths.push_back(entry.path());
+  return paths;
+}
+
+// The first line where `actual` departs from `expected`, not whole files.
+::testing::AssertionResult sameListing(const std::string& name, const std::string& expected,
+                                       const std::string& actual) {
+  std::istringstream expectedLines(expected), actualLines(actual);
+  std::string wanted, got;
+  for (int n = 1;; ++n) {
+    const bool hasWanted = bool(std::getline(expectedLines, wanted));
+    const bool hasGot = bool(std::getline(actualLines, got));
+    if (!hasWanted && !hasGot) return ::testing::AssertionSuccess();
+    if (hasWanted != hasGot || wanted != got)
+      return ::testing::AssertionFailure()
+             << name << " line " << n << ":\n  expected " << (hasWanted ? wanted : "(end)")
+             << "\n  got      " << (hasGot ? got : "(end)");
+  }
+}
+
+// Every capture gives the lines, verdicts and shown fields its .chk file
+// lists, fed whole, byte by byte or in random chunks. After a change meant
+// to alter them, the regenerate-gps-chk target rewrites the files.
+TEST(GpsCaptures, EachGivesItsChkListingHoweverItsBytesAreSplit) {
+  std::size_t listed = 0;
+  for (const std::filesystem::path& path : captures()) {
+    const std::string name = path.filename().string();
+    const std::string bytes = testing::readBytes(path);
+    const std::string whole = gpsChkListing(name, handle(bytes, 0));
+    EXPECT_TRUE(sameListing(name + ".chk", testing::readBytes(path.string() + ".chk"), whole));
+    for (const std::size_t maxChunk : {1, 300}) {
+      EXPECT_TRUE(
+          sameListing(name + " in chunks of up to " + std::to_string(maxChunk), whole,
+                      gpsChkListing(name, handle(bytes, maxChunk, unsigned(bytes.size())))));
+    }
+    ++listed;
+  }
+  EXPECT_EQ(listed, 20u);
 }
 
 // Per capture: judged lines that passed the checksum, and those among them
 // named $xxGGA and $xxGSA.
 using Counts = std::array<std::size_t, 3>;
 
-Counts countValid(const std::vector<Handled>& lines) {
+Counts countValid(const std::vector<HandledGpsLine>& lines) {
   Counts counts{};
-  for (const Handled& line : lines) {
+  for (const HandledGpsLine& line : lines) {
     if (!line.valid) continue;
     const std::string_view name = getField(line.text, 1).value_or("");
     counts[0] += 1, counts[1] += name.ends_with("GGA"), counts[2] += name.ends_with("GSA");
@@ -160,12 +190,10 @@ std::map<std::string, Counts> capturesTable() {
   return counts;
 }
 
-// Every capture gives the same lines, verdicts and shown fields fed whole,
-// byte by byte or in random chunks. Its counts match the captures' table,
-// except where a line of the file is not one line to the receiver's reader:
-// every "$" starts a sentence afresh and a line starts over past 200
-// characters.
-TEST(GpsCaptures, AnySplitGivesTheSameLinesAndTheTablesCounts) {
+// Each capture's counts match the captures' table, except where a line of
+// the file is not one line to the receiver's reader: every "$" starts a
+// sentence afresh and a line starts over past 200 characters.
+TEST(GpsCaptures, CountsMatchTheCapturesTable) {
   std::map<std::string, Counts> expected = capturesTable();
   ASSERT_EQ(expected.size(), 20u);
   expected["beidou-bd.log"][0] += 1;  // " $GNRMC" is a sentence
@@ -180,19 +208,8 @@ TEST(GpsCaptures, AnySplitGivesTheSameLinesAndTheTablesCounts) {
     expected[bareLineFeeds] = {0, 0, 0};
   expected["iTrek.log"] = {1, 0, 0};  // its RMC "*00" keeps its "*0"
   std::map<std::string, Counts> counted;
-  for (const auto& entry : std::filesystem::directory_iterator(GC40_NMEA_CAPTURES)) {
-    if (entry.path().extension() != ".log") continue;
-    const std::string bytes = testing::readBytes(entry.path());
-    const std::vector<Handled> whole = handle(bytes, 0);
-    counted[entry.path().filename().string()] = countValid(whole);
-    for (const std::size_t maxChunk : {1, 300}) {
-      const std::vector<Handled> chunked = handle(bytes, maxChunk, unsigned(whole.size()));
-      const auto differ = std::mismatch(whole.begin(), whole.end(), chunked.begin(), chunked.end());
-      EXPECT_TRUE(differ.first == whole.end() && differ.second == chunked.end())
-          << entry.path() << " in chunks of up to " << maxChunk << ", line "
-          << differ.first - whole.begin();
-    }
-  }
+  for (const std::filesystem::path& path : captures())
+    counted[path.filename().string()] = countValid(handle(testing::readBytes(path), 0));
   EXPECT_EQ(counted, expected);
 }
 

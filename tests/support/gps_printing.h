@@ -1,28 +1,102 @@
 #pragma once
-// Readable test failures for GPS lines and the fields they show.
+// GPS lines and the fields they show, in print: readable test failures, and
+// the .chk listings of the GPS captures that the tests compare against.
 
 #include <ostream>
+#include <sstream>
+#include <string>
+#include <string_view>
+#include <vector>
 
 #include "gps/gps_line_assembler.h"
 #include "gps/gps_status.h"
 
 namespace gc40 {
 
-inline void PrintTo(const GpsLine& line, std::ostream* out) {
-  *out << (line.valid ? "valid " : "invalid ") << '"' << line.text << "\" @" << line.tick;
+// On one line and unambiguous: a backslash, a quote and every byte outside
+// printable ASCII (CRs, NULs, garbage) escaped as in C.
+inline std::string escapedText(std::string_view text) {
+  std::string out;
+  for (const char c : text) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (c == '\\' || c == '"') {
+      out += {'\\', c};
+    } else if (c == '\r') {
+      out += "\\r";
+    } else if (byte < 0x20 || byte > 0x7E) {
+      out += {'\\', 'x', "0123456789ABCDEF"[byte >> 4], "0123456789ABCDEF"[byte & 0xF]};
+    } else {
+      out += c;
+    }
+  }
+  return out;
 }
 
-inline void PrintTo(const GpsFieldsShown& shown, std::ostream* out) {
-  const auto field = [out](const char* name, const std::optional<std::string>& text) {
-    if (text) *out << name << "=\"" << *text << "\" ";
+// ` name="text"` for each field the sentence sets.
+inline void printFields(const GpsFieldsShown& shown, std::ostream& out) {
+  const auto field = [&out](const char* name, const std::optional<std::string>& text) {
+    if (text) out << ' ' << name << "=\"" << escapedText(*text) << '"';
   };
-  *out << "{ ";
   field("activity", shown.activity);
   field("fixCount", shown.fixCount);
   field("satellites", shown.satellites);
   field("fix", shown.fix);
   field("pdop", shown.pdop);
-  *out << "}";
+}
+
+inline void PrintTo(const GpsLine& line, std::ostream* out) {
+  *out << (line.valid ? "valid " : "invalid ") << '"' << escapedText(line.text) << "\" @"
+       << line.tick;
+}
+
+inline void PrintTo(const GpsFieldsShown& shown, std::ostream* out) {
+  *out << '{';
+  printFields(shown, *out);
+  *out << " }";
+}
+
+// A line as judged, and what the status line shows after it.
+struct HandledGpsLine {
+  std::string text;
+  bool valid;
+  GpsFieldsShown shown;
+  bool operator==(const HandledGpsLine&) const = default;
+};
+
+// A receiver's bytes, in whatever pieces they come, handled as a recording
+// logging run handles them.
+class GpsCaptureReader {
+ public:
+  void feed(std::string_view bytes) {
+    assembler_.feed(bytes, 0, [this](std::string_view text, std::uint32_t tick) {
+      judgeGpsLine(text, tick, [this](const GpsLine& line) {
+        lines_.push_back(
+            {line.text, line.valid, onGpsSentence(status_, line.text, line.valid, true)});
+      });
+    });
+  }
+  const std::vector<HandledGpsLine>& lines() const { return lines_; }
+
+ private:
+  GpsLineAssembler assembler_;
+  GpsStatus status_;
+  std::vector<HandledGpsLine> lines_;
+};
+
+// A capture's .chk file: a heading, then per handled line its verdict, its
+// text and the fields it sets.
+inline std::string gpsChkListing(std::string_view captureName,
+                                 const std::vector<HandledGpsLine>& lines) {
+  std::ostringstream out;
+  out << "# " << captureName
+      << ": each line as assembled and judged (one without \"$\" twice),"
+         " and the status fields it sets while recording\n";
+  for (const HandledGpsLine& line : lines) {
+    out << (line.valid ? "valid   \"" : "invalid \"") << escapedText(line.text) << '"';
+    printFields(line.shown, out);
+    out << '\n';
+  }
+  return out.str();
 }
 
 }  // namespace gc40
