@@ -15,6 +15,7 @@
 #include "logging/line_station_dialogs.h"
 #include "logging/logging_texts.h"
 #include "logging/profile_view.h"
+#include "logging/status_layout.h"
 #include "logging/status_panel.h"
 #include "platform/clock.h"
 #include "platform/qt_text.h"
@@ -26,10 +27,8 @@
 namespace gc40 {
 namespace {
 
-constexpr int kButtonRowHeight = 22;  // the bottom strip the buttons stand in
 constexpr int kButtonHeight = 20;
 constexpr int kButtonLeft = 2;
-constexpr int kMinPlotHeight = 40;
 
 // Menu position in layout pixels: left-aligned in portrait, right-aligned in
 // landscape.
@@ -46,10 +45,6 @@ LayoutSize screenOf(const Settings& settings) {
   return layoutSize(settings.portraitScreen == 1 ? Orientation::kPortrait
                                                  : Orientation::kLandscape);
 }
-
-// The dialogs the connection watch closes when the instrument is gone.
-const QStringList kClosedByCaption = {"Create Data File", "Display Options", "New Line",
-                                      "New Station",      "Enter Comment",   "Enter Scale"};
 
 }  // namespace
 
@@ -71,11 +66,7 @@ LoggingWindow::LoggingWindow(LoggerContext& context, QWidget* mainWindow, int sc
 
   status_ =
       new StatusPanel(settings.portraitScreen == 1, scale, StatusPanel::machineBattery(), this);
-  // The profile takes what the status display and the button strip leave.
-  const int statusHeight = status_->height() / scale;
-  settings.plotHeight =
-      std::max(kMinPlotHeight, screen.height - statusHeight - kButtonRowHeight - 2);
-  recomputeScaleFactors(settings);
+  fitProfileBetweenStatusAndButtons(settings, screen.height, status_->height() / scale);
   profile_ = new ProfileView(settings, context_.profileTraces, scale, this);
   profile_->setObjectName(QStringLiteral("5"));
   profile_->move(0, status_->height());
@@ -121,7 +112,7 @@ QPushButton* LoggingWindow::makeButton(int id, const char* label) {
 }
 
 void LoggingWindow::placeButtonRow(const std::vector<QPushButton*>& row, int width, int pitch) {
-  const int top = screenOf(context_.settings).height - kButtonRowHeight + 1;
+  const int top = screenOf(context_.settings).height - kButtonStripHeight + 1;
   for (std::size_t i = 0; i < row.size(); ++i) {
     const int left = kButtonLeft + static_cast<int>(i) * pitch;
     row[i]->setGeometry(left * scale_, top * scale_, width * scale_, kButtonHeight * scale_);
@@ -331,6 +322,7 @@ bool LoggingWindow::confirmExit() {
   const auto refocus = keysBackAfterDialog();
   QMessageBox box(QMessageBox::Question, qText(kConfirmExitCaption), qText(kConfirmExitText),
                   QMessageBox::Yes | QMessageBox::No, this);
+  exitQuestion_ = &box;
   return box.exec() == QMessageBox::Yes;
 }
 
@@ -341,13 +333,16 @@ void LoggingWindow::showNoConnection() {
   box.exec();
 }
 
+// Every dialog this screen opens is its child. The input dialogs are
+// cancelled and the exit question goes unanswered, which the session takes as
+// No; boxes that only tell something stay up.
 void LoggingWindow::closeDialogs() {
-  for (QWidget* window : QApplication::topLevelWidgets()) {
-    if (!window->isVisible()) continue;
-    if (kClosedByCaption.contains(window->windowTitle())) window->close();
-    // The exit question goes unanswered, which the session takes as No.
-    if (window->windowTitle() == qText(kConfirmExitCaption))
-      if (auto* box = qobject_cast<QMessageBox*>(window)) box->done(QMessageBox::No);
+  for (QDialog* dialog : findChildren<QDialog*>()) {
+    if (!dialog->isVisible()) continue;
+    if (dialog == exitQuestion_)
+      exitQuestion_->done(QMessageBox::No);
+    else if (!qobject_cast<QMessageBox*>(dialog))
+      dialog->close();
   }
 }
 

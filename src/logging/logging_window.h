@@ -5,6 +5,8 @@
 // the dialogs the session asks for, and hands the session every key, click,
 // reading and timer tick; the session makes every decision.
 
+#include <QMessageBox>
+#include <QPointer>
 #include <QPushButton>
 #include <QSerialPort>
 #include <QTimer>
@@ -109,6 +111,7 @@ class LoggingWindow : public QWidget, private LoggingView {
   std::array<QPushButton*, 6> standByButtons_{};
   std::array<QPushButton*, 8> pauseButtons_{};
   QTimer connectionTimer_;
+  QPointer<QMessageBox> exitQuestion_;  // while "Exit?" is asked
   std::optional<RawCapture> capture_;
   std::optional<RawCapture> gpsCapture_;
   InstrumentReader* reader_ = nullptr;

@@ -230,4 +230,10 @@ bool fieldsTakeTurns(StatusField a, StatusField b) {
   return (a == F::kGpsDisabled && isGpsValue(b)) || (b == F::kGpsDisabled && isGpsValue(a));
 }
 
+void fitProfileBetweenStatusAndButtons(Settings& settings, int screenHeight, int statusHeight) {
+  settings.plotHeight =
+      std::max(kMinPlotHeight, screenHeight - statusHeight - kButtonStripHeight - 2);
+  recomputeScaleFactors(settings);
+}
+
 }  // namespace gc40

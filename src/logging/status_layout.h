@@ -8,6 +8,8 @@
 #include <span>
 #include <string_view>
 
+#include "settings/settings.h"
+
 namespace gc40 {
 
 enum class StatusField {
@@ -66,5 +68,15 @@ std::span<const std::string_view> fieldSamples(StatusField field, bool portrait)
 
 // The GPS-disabled text and the GPS values take turns on the same place.
 bool fieldsTakeTurns(StatusField a, StatusField b);
+
+// The logging screen from the top: the status display, the live profile and
+// the strip the buttons stand in at the bottom.
+inline constexpr int kButtonStripHeight = 22;
+inline constexpr int kMinPlotHeight = 40;
+
+// The live profile takes the height the status display (`statusHeight`, in
+// layout pixels, as measured in its font) and the button strip leave, at
+// least kMinPlotHeight; its pixel scales follow the new height.
+void fitProfileBetweenStatusAndButtons(Settings& settings, int screenHeight, int statusHeight);
 
 }  // namespace gc40
