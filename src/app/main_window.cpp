@@ -101,7 +101,7 @@ bool MainWindow::event(QEvent* event) {
   // Taken here rather than in keyPressEvent so that Tab reaches the menu
   // instead of Qt's focus chain.
   if (event->type() == QEvent::KeyPress) {
-    onKey(handheldKeyCode(*static_cast<QKeyEvent*>(event)));
+    onKey(screenKeyCode(*static_cast<QKeyEvent*>(event)));
     return true;
   }
   return QWidget::event(event);

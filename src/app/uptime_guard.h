@@ -1,6 +1,7 @@
 #pragma once
-// The handheld's clock drifts after long uptimes, so the logger refuses to
-// run once the machine has been up for more than 20 days.
+// The tick counter that times every record wraps after 49.7 days and the
+// clock may drift over long uptimes, so the logger refuses to run once the
+// machine has been up for more than 20 days.
 
 #include <cstdint>
 #include <string>

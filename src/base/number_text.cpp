@@ -108,7 +108,7 @@ double parseDecimalPrefix(std::string_view text) {
     text.remove_prefix(1);
   }
   // from_chars takes neither a sign here nor hexadecimal, which keeps "0x10"
-  // reading as 0 like the handheld's conversion did.
+  // reading as 0: settings files hold decimal numbers only.
   double value = 0.0;
   const auto result =
       std::from_chars(text.data(), text.data() + text.size(), value, std::chars_format::general);

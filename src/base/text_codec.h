@@ -1,6 +1,6 @@
 #pragma once
 // Wide (UTF-16) text to and from the 8-bit text that files and serial ports
-// carry. The 8-bit side is Windows-1252, the handheld's code page.
+// carry. The 8-bit side is Windows-1252, the code page of the data files.
 
 #include <string>
 #include <string_view>

@@ -12,8 +12,8 @@ namespace {
 
 constexpr std::size_t kTextLength = dataRecordLength - 1;
 
-// The handheld kept its texts NUL-terminated, so a NUL ends a text; it also
-// keeps NUL bytes out of the file, where a reader would take them for damage.
+// A NUL ends a text: it keeps NUL bytes out of the file, where a reader would
+// take them for damage.
 std::string_view untilNul(std::string_view text) { return text.substr(0, text.find('\0')); }
 
 std::string rightAligned(std::string text, std::size_t width) {
@@ -26,8 +26,8 @@ std::string fixedField(double value, int decimals, std::size_t width) {
   return rightAligned(formatFixed(value, decimals), width);
 }
 
-// As "%10ld" on the handheld, where long is 32 bits: ticks from 2^31 on are
-// negative and may take 11 characters.
+// The tick as a signed 32-bit number, right-aligned in 10: ticks from 2^31 on
+// are negative and may take 11 characters, as readers of the format expect.
 std::string tickField(std::uint32_t tick) {
   return rightAligned(formatInteger(static_cast<std::int32_t>(tick)), 10);
 }
@@ -125,7 +125,7 @@ DataRecord formatStationRecord(double station, const LocalTime& now) {
 
 DataRecord formatReadingRecord(std::string_view instrumentRecord, std::uint32_t tick) {
   // A NUL inside the record (line noise) ends it; the rest is padded with
-  // spaces, as the handheld's NUL-terminated copy would have been read back.
+  // spaces, so the record keeps its width.
   const std::string_view received = untilNul(instrumentRecord.substr(0, kInstrumentRecordLength));
   return finish(cutAndPadded(received, kInstrumentRecordLength) + " " + tickField(tick));
 }

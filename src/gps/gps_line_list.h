@@ -1,6 +1,6 @@
 #pragma once
 // The Monitor GPS screen's list of received lines. A sentence is far wider
-// than the handheld's screen, so each line wraps to the list's width instead
+// than a field screen, so each line wraps to the list's width instead
 // of running off its edge: the operator checking a cable sees all of it.
 
 #include <QListWidget>

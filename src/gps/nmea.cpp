@@ -15,9 +15,10 @@ int hexDigit(char c) {
 
 bool isCSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
-// strtoul(text, nullptr, 16) with the handheld's 32-bit unsigned long: white
-// space, a sign, an optional "0x", then hex digits; overflow gives the largest
-// value and a minus sign negates modulo 2^32.
+// strtoul(text, nullptr, 16) with a 32-bit unsigned long, so a checksum field
+// reads the same on every machine: white space, a sign, an optional "0x",
+// then hex digits; overflow gives the largest value and a minus sign negates
+// modulo 2^32.
 std::uint32_t readHexLikeStrtoul(std::string_view text) {
   std::size_t at = 0;
   while (at < text.size() && isCSpace(text[at])) ++at;

@@ -37,7 +37,7 @@ class LoggingSession {
 
   // Button 460.. clicked.
   void onButton(int id);
-  // A key, as the character code the handheld gives (Enter 13, space 32).
+  // A key, as a plain key code of ui/key_codes.h (Enter 13, space 32).
   void onKey(int keyCode);
   // kScaleMenuCommand, kDisplayOptionsMenuCommand, kRedrawCommand, kHideMenuCommand.
   void onMenuCommand(int id);

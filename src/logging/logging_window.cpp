@@ -188,7 +188,7 @@ bool LoggingWindow::event(QEvent* event) {
   // Taken before Qt's focus chain, so that Tab and Return reach the session.
   if (event->type() == QEvent::KeyPress && isVisible()) {
     setFocus();
-    session_.onKey(handheldKeyCode(*static_cast<QKeyEvent*>(event)));
+    session_.onKey(screenKeyCode(*static_cast<QKeyEvent*>(event)));
     return true;
   }
   return QWidget::event(event);

@@ -108,7 +108,7 @@ void ProfileView::drawStroke(const TraceStroke& stroke) {
 void ProfileView::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.fillRect(rect(), Qt::white);
-  // Whole blocks per layout pixel, as the handheld's screen would show it.
+  // Whole blocks per layout pixel: scaling never blurs a one-pixel trace.
   const QRect plot(0, 0, picture_.width() * scale_, picture_.height() * scale_);
   painter.drawImage(plot, picture_);
   painter.fillRect(QRect(plot.width(), 0, scale_, height()), Qt::black);  // the axis

@@ -1,8 +1,8 @@
 #pragma once
 // The live profile under the status display ("CurveWnd", id 5): each recorded
 // reading marks the right-hand column and the picture moves left as stations
-// advance. The picture is kept off screen in layout pixels, as the handheld
-// drew it, and shown at the window's scale, so a repaint never loses history.
+// advance. The picture is kept off screen in layout pixels and shown at the
+// window's scale, so a repaint never loses history.
 
 #include <QImage>
 #include <QWidget>

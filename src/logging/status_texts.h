@@ -56,7 +56,7 @@ std::string_view triggerIndicatorText(bool triggerPressed, std::int32_t surveyMo
                                       std::int32_t loggingState);
 
 // The battery is asked again once more than three minutes have passed since
-// it was last drawn; the tick wraps like the handheld's.
+// it was last drawn, across the tick counter's wrap.
 bool batteryRefreshDue(std::uint32_t nowTick, std::uint32_t lastDrawnTick);
 
 }  // namespace gc40

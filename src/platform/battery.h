@@ -1,5 +1,5 @@
 #pragma once
-// The handheld's battery charge, read from the kernel's power supply list.
+// The machine's battery charge, read from the kernel's power supply list.
 
 #include <filesystem>
 #include <optional>

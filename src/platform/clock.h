@@ -8,8 +8,8 @@
 
 namespace gc40::platform {
 
-// Milliseconds since boot (suspend included), wrapping at 2^32 like the
-// handheld's tick counter.
+// Milliseconds since boot (suspend included), wrapping at 2^32: the data
+// files' tick fields hold 32 bits.
 std::uint32_t tickCount();
 
 // The local time now, with milliseconds.

@@ -77,7 +77,7 @@ inline constexpr std::array<const IndexSetting*, 15> kIndexSettings = {
     &kLineSequenceSetting,      &kLineDirectionSetting, &kGridScaleSetting};
 
 // The stored index when it names an item, else nullopt. The GPS line settings
-// use this: an unknown index leaves the port's own value, as the handheld did.
+// use this: an unknown index leaves the port's own value rather than guess.
 std::optional<std::int32_t> validIndex(const Settings& settings, const IndexSetting& setting);
 
 // The index the program acts on: the stored one, or the fallback.

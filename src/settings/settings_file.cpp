@@ -93,7 +93,7 @@ struct ParseValue {
   void operator()(WheelSign sign) const { (*this)(sign.increment); }
 };
 
-// The handheld read each line as a C string: a NUL ends it.
+// A NUL ends a line, so a damaged file reads up to its damage.
 std::string_view untilNul(std::string_view line) { return line.substr(0, line.find('\0')); }
 
 std::filesystem::path settingsPath(const std::filesystem::path& folder) {

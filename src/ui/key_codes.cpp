@@ -5,7 +5,7 @@
 namespace gc40 {
 
 // Shift+Tab is still Tab: no screen looks at modifiers.
-int handheldKeyCode(const QKeyEvent& event) {
+int screenKeyCode(const QKeyEvent& event) {
   switch (event.key()) {
     case Qt::Key_Tab:
     case Qt::Key_Backtab:

@@ -23,6 +23,6 @@ inline constexpr int kKeyUp = 38;
 inline constexpr int kKeyRight = 39;
 inline constexpr int kKeyDown = 40;
 
-int handheldKeyCode(const QKeyEvent& event);
+int screenKeyCode(const QKeyEvent& event);
 
 }  // namespace gc40

@@ -1,7 +1,7 @@
 #pragma once
 // The full-screen screens over the main window (Logging, Monitor GPS, View
-// Files) are laid out in the handheld's layout pixels and drawn at the main
-// window's whole scale.
+// Files) are laid out in layout pixels, one per pixel of a field screen, and
+// drawn at the main window's whole scale.
 
 #include <cstdint>
 

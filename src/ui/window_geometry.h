@@ -1,7 +1,7 @@
 #pragma once
-// The shape of the main window: the screens keep the handheld's logical
-// layout sizes and are shown full screen on a small screen, elsewhere as a
-// fixed window scaled by a whole factor.
+// The shape of the main window: the screens are laid out for a 320 x 240
+// field screen (or 240 x 320 held upright) and are shown full screen on a
+// screen no larger, elsewhere as a fixed window scaled by a whole factor.
 
 #include <optional>
 

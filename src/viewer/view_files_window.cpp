@@ -244,7 +244,7 @@ void ViewFilesWindow::warn(const QString& text) {
 
 void ViewFilesWindow::keyPressEvent(QKeyEvent* event) {
   const ViewerPage page = curvePage_->isVisible() ? ViewerPage::kProfile : ViewerPage::kLineList;
-  const ViewerKeyCommand command = viewerKeyCommand(page, handheldKeyCode(*event));
+  const ViewerKeyCommand command = viewerKeyCommand(page, screenKeyCode(*event));
   switch (command.action) {
     case ViewerAction::kNone:
       return QWidget::keyPressEvent(event);

@@ -65,7 +65,7 @@ TEST(SettingsFile, EveryFieldIsReadFromItsLineAndWrittenBackTheSameInACommaLocal
   std::setlocale(LC_ALL, before.c_str());
 }
 
-TEST(SettingsFile, MissingOrOldFilesGetTheDefaultsAndOddLinesReadAsTheHandheldDid) {
+TEST(SettingsFile, MissingOrOldFilesGetTheDefaultsAndOddLinesReadSafely) {
   TempFolder folder;
   Settings created;
   EXPECT_EQ(loadOrSaveSettings(created, folder.path(), false).outcome, Outcome::kCreated);

@@ -1,5 +1,5 @@
 #pragma once
-// The settings file as the handheld wrote it with every value at its default.
+// The settings file as the logger writes it with every value at its default.
 
 #include <map>
 #include <string>
