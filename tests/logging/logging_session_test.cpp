@@ -301,6 +301,33 @@ TEST_F(LoggingRun, LostConnectionEndsTheRunThroughAnOpenDialog) {
   EXPECT_EQ(bytes.substr(bytes.size() - 24, 12), "X$CONN END  ");
 }
 
+// Any good record, not only one that completes a reading, keeps the watch
+// quiet, and one arriving after breaks starts the count toward the end afresh.
+TEST_F(LoggingRun, EveryRecordRestartsTheConnectionWatch) {
+  startLogging();
+  const auto staleTicks = [this](int count) {
+    for (int i = 0; i < count; ++i) {
+      clock.tick += kConnectionTimeoutMs + 1;
+      session.onTimerTick();
+    }
+  };
+  for (int i = 0; i < 10; ++i) {
+    session.onRecordArrived(clock.tick);
+    clock.tick += kConnectionTimeoutMs;
+    session.onTimerTick();
+  }
+  staleTicks(5);
+  session.onRecordArrived(clock.tick);
+  staleTicks(5);
+  EXPECT_TRUE(session.running());
+  staleTicks(1);
+  EXPECT_FALSE(session.running());
+  Lines expected{"X$STARTED"};
+  expected.insert(expected.end(), 10, "X$CONN BREAK");
+  expected.push_back("X$CONN END");
+  EXPECT_EQ(recordsAfterHeader(), expected);
+}
+
 // A device that fills up in the middle of a GPS sentence: none of the
 // sentence stays in the file, recording stops there with the reason, and
 // from then on readings are shown but not taken for recorded, until a new
