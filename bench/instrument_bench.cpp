@@ -53,17 +53,16 @@ void BM_FrameAndDecode(benchmark::State& state) {
   const auto chunk = static_cast<std::size_t>(state.range(0));
   const Settings settings;
   RecordFramer framer;
-  InstrumentLink link;
   FiledValues filed;
-  framer.start(link);
+  framer.start();
   std::int64_t readings = 0;
-  const auto onReading = [&] {
-    benchmark::DoNotOptimize(decodeInstrumentRecord(link.record(), settings, filed));
+  const RecordHandlers handlers{.onReading = [&](std::string_view record, std::uint32_t) {
+    benchmark::DoNotOptimize(decodeInstrumentRecord(record, settings, filed));
     ++readings;
-  };
+  }};
   for (auto _ : state) {
     for (std::size_t at = 0; at < stream.size(); at += chunk) {
-      framer.feed(std::string_view(stream).substr(at, chunk), 0, link, onReading);
+      framer.feed(std::string_view(stream).substr(at, chunk), 0, handlers);
     }
   }
   if (readings != state.iterations() * kRecords) state.SkipWithError("a record was not framed");

@@ -2,27 +2,30 @@
 
 namespace gc40 {
 
-InstrumentReader::InstrumentReader(std::unique_ptr<QSerialPort> port, InstrumentLink& link,
-                                   std::function<void()> onReading, RawCapture* capture,
-                                   QObject* parent)
+InstrumentReader::InstrumentReader(std::unique_ptr<QSerialPort> port, RecordFramer& framer,
+                                   RecordHandlers handlers, RawCapture* capture, QObject* parent)
     : QObject(parent),
-      link_(link),
-      onReading_(std::move(onReading)),
+      framer_(framer),
+      handlers_{std::move(handlers.onRecord), whileRunning(std::move(handlers.onReading))},
       port_(
           std::move(port),
           [this](std::string_view bytes, std::uint32_t tick) {
-            // The handler may stop the run; the rest of this arrival is then
-            // dropped, as the port it came from is closed.
-            framer_.feed(bytes, tick, link_, [this] {
-              if (port_.running()) onReading_();
-            });
+            framer_.feed(bytes, tick, handlers_);
           },
           capture) {
   connect(&port_, &PortReader::portClosed, this, &InstrumentReader::portClosed);
 }
 
+// The reading handler may stop the run; the rest of this arrival then gives
+// no reading, as the port it came from is closed.
+RecordHandler InstrumentReader::whileRunning(RecordHandler onReading) {
+  return [this, onReading = std::move(onReading)](std::string_view record, std::uint32_t tick) {
+    if (port_.running() && onReading) onReading(record, tick);
+  };
+}
+
 void InstrumentReader::start() {
-  framer_.start(link_);
+  framer_.start();
   port_.start();
 }
 

@@ -4,7 +4,6 @@
 
 #include <QObject>
 #include <QSerialPort>
-#include <functional>
 #include <memory>
 
 #include "instrument/port_reader.h"
@@ -18,13 +17,12 @@ class InstrumentReader : public QObject {
   Q_OBJECT
 
  public:
-  // `link` is the state the logging window shares with the framer; it must
+  // `framer` is shared with whoever sets the records per reading; it must
   // outlive the reader. `capture`, when given, receives every byte read.
-  InstrumentReader(std::unique_ptr<QSerialPort> port, InstrumentLink& link,
-                   std::function<void()> onReading, RawCapture* capture = nullptr,
-                   QObject* parent = nullptr);
+  InstrumentReader(std::unique_ptr<QSerialPort> port, RecordFramer& framer, RecordHandlers handlers,
+                   RawCapture* capture = nullptr, QObject* parent = nullptr);
 
-  // Reader start: framer emptied, recordCounter 0, both queues purged.
+  // Reader start: framer emptied, its count restarted, both queues purged.
   void start();
   // Closes the port; no reading is handled after this, even from bytes
   // already read. The reading handler may call it, but must not delete the
@@ -37,9 +35,10 @@ class InstrumentReader : public QObject {
   void portClosed(const QString& reason);
 
  private:
-  InstrumentLink& link_;
-  std::function<void()> onReading_;
-  RecordFramer framer_;
+  RecordHandler whileRunning(RecordHandler onReading);
+
+  RecordFramer& framer_;
+  RecordHandlers handlers_;
   PortReader port_;
 };
 

@@ -12,49 +12,46 @@ namespace gc40 {
 
 inline constexpr std::int32_t kRecordLength = 12;
 
-// State shared between the framer and the logging window (which decodes
-// currentRecord, sets recordsPerReading, resets recordCounter, keeps staleTicks).
-struct InstrumentLink {
-  std::array<char, 16> currentRecord{};  // last good record: recordLength bytes then NUL
-  std::int32_t recordLength = kRecordLength;
-  std::int32_t recordCounter = 0;
-  std::int32_t recordsPerReading = 1;
-  std::uint32_t lastRecordTick = 0;
-  std::int32_t staleTicks = 0;
-  std::string_view record() const;  // the recordLength bytes of currentRecord
-  bool operator==(const InstrumentLink&) const = default;
-};
+// A framed record (kRecordLength bytes, without its CR) and the tick (ms) its
+// bytes arrived at. The record is only valid during the call.
+using RecordHandler = std::function<void(std::string_view record, std::uint32_t tick)>;
 
-// The longest record length that still fits currentRecord with its NUL. A
-// recordLength outside 0..kMaxRecordLength acts as the nearest end of that
-// range, so a stray value can never read or write outside the buffers.
-inline constexpr std::int32_t kMaxRecordLength = 15;
-std::int32_t effectiveRecordLength(const InstrumentLink& link);
+// Either may be left empty.
+struct RecordHandlers {
+  RecordHandler onRecord{};   // every good record, whether or not it completes a reading
+  RecordHandler onReading{};  // the record that completes a reading, after its onRecord
+};
 
 // The reader's frame buffer (200 bytes, write index -1..180) and its rules.
 class RecordFramer {
  public:
-  // Reader start: recordLength = 12, recordCounter = 0, buffer emptied.
-  void start(InstrumentLink& link);
-  // Frames bytes that arrived at `tick` (ms). For every reading completed,
-  // calls onReading() synchronously, with link.currentRecord holding its record,
-  // before framing the next byte; the handler may change link.recordsPerReading
-  // and link.recordCounter (the logging window does so on pause).
-  void feed(std::string_view bytes, std::uint32_t tick, InstrumentLink& link,
-            const std::function<void()>& onReading);
+  // Reader start: the count restarted, the buffer emptied.
+  void start();
+  // Every line framed, good or malformed, takes a place in a reading; the
+  // record in its last place completes it. Both may be changed from inside a
+  // handler and take effect before the next byte is framed.
+  void setRecordsPerReading(std::int32_t count) { recordsPerReading_ = count; }
+  void restartCount() { recordCount_ = 0; }
+  std::int32_t recordsPerReading() const { return recordsPerReading_; }
+  std::int32_t recordCount() const { return recordCount_; }
+
+  // Frames bytes that arrived at `tick` (ms), calling the handlers
+  // synchronously before framing the next byte.
+  void feed(std::string_view bytes, std::uint32_t tick, const RecordHandlers& handlers);
 
  private:
   static constexpr std::int32_t kBufferSize = 200;
   static constexpr std::int32_t kMaxIndex = 180;  // no record is longer than this
 
   void empty();
-  void frameLineEnd(std::uint32_t tick, InstrumentLink& link,
-                    const std::function<void()>& onReading);
-  void acceptRecord(std::int32_t start, std::uint32_t tick, InstrumentLink& link,
-                    const std::function<void()>& onReading);
+  void countLine();
+  void frameLineEnd(std::uint32_t tick, const RecordHandlers& handlers);
+  void acceptRecord(std::int32_t start, std::uint32_t tick, const RecordHandlers& handlers);
 
   std::array<char, kBufferSize> buffer_{};
   std::int32_t index_ = -1;  // last byte written; -1 when empty
+  std::int32_t recordCount_ = 0;
+  std::int32_t recordsPerReading_ = 1;
 };
 
 }  // namespace gc40

@@ -16,21 +16,21 @@
 
 namespace gc40 {
 
-LoggingSession::LoggingSession(Settings& settings, InstrumentLink& link, LoggingView& view,
+LoggingSession::LoggingSession(Settings& settings, RecordFramer& framer, LoggingView& view,
                                LoggingClock& clock)
-    : settings_(settings), link_(link), view_(view), clock_(clock) {}
+    : settings_(settings), framer_(framer), view_(view), clock_(clock) {}
 
 void LoggingSession::prepareRun(const ProfileTraces& traces) {
   state_ = startingRunState(settings_, traces.readingsPerStation);
   dataFile_.reset();
   running_ = true;
   watchStopped_ = false;
-  link_.lastRecordTick = clock_.tickCount();
+  lastRecordTick_ = clock_.tickCount();
   // A run given up for lack of records must not leave its count behind: at 6
   // or more the watch would never end the next run.
-  link_.staleTicks = 0;
-  link_.recordCounter = 0;
-  link_.recordsPerReading = 1;
+  staleTicks_ = 0;
+  framer_.restartCount();
+  framer_.setRecordsPerReading(1);
   view_.showStateText(stateText(kMonitorState));
   view_.showButtons({ButtonGroup::kMonitor, 0, state_.selectedButton});
 }
@@ -115,9 +115,9 @@ void LoggingSession::go() {
        pauseButtonNumber(effectiveIndex(settings_, kPauseKeySetting), state_.surveyMode),
        state_.selectedButton});
   if (state_.surveyMode != kManualMode) settings_.surveyModeSetting = state_.surveyMode;
-  link_.recordCounter = 0;
+  framer_.restartCount();
   state_.beepCounter = 0;
-  link_.recordsPerReading = state_.surveyMode == kAutoMode ? settings_.cyclesPerReading : 1;
+  framer_.setRecordsPerReading(state_.surveyMode == kAutoMode ? settings_.cyclesPerReading : 1);
   state_.loggingState = kLoggingState;
   view_.beep();
   state_.manualTriggerLatch = kLatchSkip;
@@ -139,8 +139,8 @@ void LoggingSession::pause() {
 
 // Back to one record per reading, as outside Logging.
 void LoggingSession::stopTakingReadings() {
-  link_.recordsPerReading = 1;
-  link_.recordCounter = 0;
+  framer_.setRecordsPerReading(1);
+  framer_.restartCount();
   if (state_.surveyMode == kWheelMode) settings_.surveyModeSetting = kAutoMode;
 }
 
@@ -201,10 +201,14 @@ void LoggingSession::showLineAndStation() {
   view_.showLineAndStation(settings_.surveyLine, stationText(settings_.currentStation));
 }
 
-void LoggingSession::onReading() {
+void LoggingSession::onRecordArrived(std::uint32_t tick) {
+  lastRecordTick_ = tick;
+  staleTicks_ = 0;
+}
+
+void LoggingSession::onReading(std::string_view framedRecord, std::uint32_t arrival) {
   if (!running_) return;
-  const std::string record(link_.record());
-  const std::uint32_t arrival = link_.lastRecordTick;
+  const std::string record(framedRecord);  // the framer's buffer is not ours to keep
   ReadingShown shown;
   // Decoded in the survey's own mode: Manual hides the mark even while an
   // average runs the run in Auto.
@@ -259,8 +263,8 @@ void LoggingSession::onTimerTick() {
   if (!running_ || watchStopped_) return;
   // Syncing here keeps the wait for the storage device off the readings' path.
   if (unsyncedSince_ && clock_.tickCount() - *unsyncedSince_ >= kSyncAfterMs) syncFile();
-  if (clock_.tickCount() - link_.lastRecordTick <= kConnectionTimeoutMs) return;
-  if (++link_.staleTicks < kStaleTicksToGiveUp) {
+  if (clock_.tickCount() - lastRecordTick_ <= kConnectionTimeoutMs) return;
+  if (++staleTicks_ < kStaleTicksToGiveUp) {
     reportConnectionBreak();
   } else {
     giveUpConnection();

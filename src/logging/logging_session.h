@@ -28,8 +28,9 @@ inline constexpr std::uint32_t kSyncAfterMs = 500;
 
 class LoggingSession {
  public:
-  // All four must outlive the session.
-  LoggingSession(Settings& settings, InstrumentLink& link, LoggingView& view, LoggingClock& clock);
+  // All four must outlive the session. The session sets `framer`'s records
+  // per reading as the run goes.
+  LoggingSession(Settings& settings, RecordFramer& framer, LoggingView& view, LoggingClock& clock);
 
   // The Monitor/Log start: a fresh run in Monitor, the connection watch
   // counting from now, one record per reading until Go.
@@ -41,8 +42,10 @@ class LoggingSession {
   void onKey(int keyCode);
   // kScaleMenuCommand, kDisplayOptionsMenuCommand, kRedrawCommand, kHideMenuCommand.
   void onMenuCommand(int id);
-  // A complete reading: link.record() arrived at link.lastRecordTick.
-  void onReading();
+  // A good record arrived at `tick`: the instrument is still there.
+  void onRecordArrived(std::uint32_t tick);
+  // A complete reading: the record that completed it and its arrival tick.
+  void onReading(std::string_view record, std::uint32_t arrival);
   // The connection timer fired.
   void onTimerTick();
   // A line from the GPS receiver with its verdict: shown unless the display
@@ -91,7 +94,7 @@ class LoggingSession {
   void endRun();
 
   Settings& settings_;
-  InstrumentLink& link_;
+  RecordFramer& framer_;
   LoggingView& view_;
   LoggingClock& clock_;
   LoggingRunState state_;
@@ -99,6 +102,8 @@ class LoggingSession {
   std::optional<std::uint32_t> unsyncedSince_;  // tick of the oldest write not yet synced
   bool running_ = false;
   bool watchStopped_ = false;  // the watch has given up; later ticks mean nothing
+  std::uint32_t lastRecordTick_ = 0;
+  std::int32_t staleTicks_ = 0;  // timer ticks in a row without a record
   GpsStatus gps_;
   bool gpsDisplaySuppressed_ = false;
 };

@@ -55,7 +55,7 @@ LoggingWindow::LoggingWindow(LoggerContext& context, QWidget* mainWindow, int sc
       scale_(scale),
       ownClock_(clock ? nullptr : std::make_unique<MachineClock>()),
       clock_(clock ? *clock : *ownClock_),
-      session_(context.settings, link_, *this, clock_) {
+      session_(context.settings, framer_, *this, clock_) {
   setObjectName(QStringLiteral("LoggingWnd"));
   setAutoFillBackground(true);
   setPalette(QPalette(Qt::white));
@@ -136,9 +136,8 @@ void LoggingWindow::startRawCaptures() {
 void LoggingWindow::startRun(std::unique_ptr<QSerialPort> instrumentPort) {
   startRawCaptures();
   session_.prepareRun(context_.profileTraces);
-  reader_ = new InstrumentReader(
-      std::move(instrumentPort), link_, [this] { session_.onReading(); },
-      capture_ ? &*capture_ : nullptr, this);
+  reader_ = new InstrumentReader(std::move(instrumentPort), framer_, recordHandlers(),
+                                 capture_ ? &*capture_ : nullptr, this);
   reader_->start();
   connectionTimer_.start(static_cast<int>(kConnectionTimeoutMs));
   if (context_.settings.gpsEnabled == 1) openGpsPort();
@@ -153,6 +152,15 @@ void LoggingWindow::startRun(std::unique_ptr<QSerialPort> instrumentPort) {
   show();
   raise();
   setFocus();
+}
+
+// Every good record keeps the connection watch quiet; only the record that
+// completes a reading is shown and recorded.
+RecordHandlers LoggingWindow::recordHandlers() {
+  return {
+      .onRecord = [this](std::string_view, std::uint32_t tick) { session_.onRecordArrived(tick); },
+      .onReading = [this](std::string_view record,
+                          std::uint32_t tick) { session_.onReading(record, tick); }};
 }
 
 // A GPS port that does not open leaves the run without GPS.

@@ -68,6 +68,7 @@ class LoggingWindow : public QWidget, private LoggingView {
   void createButtons();
   QPushButton* makeButton(int id, const char* label);
   void placeButtonRow(const std::vector<QPushButton*>& row, int width, int pitch);
+  RecordHandlers recordHandlers();
   void openGpsPort();
   void startRawCaptures();
   void closePorts();
@@ -103,7 +104,7 @@ class LoggingWindow : public QWidget, private LoggingView {
   int scale_;
   std::unique_ptr<LoggingClock> ownClock_;
   LoggingClock& clock_;
-  InstrumentLink link_;
+  RecordFramer framer_;
   LoggingSession session_;
   StatusPanel* status_ = nullptr;
   ProfileView* profile_ = nullptr;

@@ -22,32 +22,42 @@ namespace {
 
 using namespace std::string_literals;
 
-// A record as it comes on the wire; currentRecord holds it without the CR.
+// A record as it comes on the wire; the framer hands it over without the CR.
 std::string record(std::string_view values, char status = ' ') {
   return "T"s + status + std::string(values) + '\r';
 }
 const std::string kExample = record("12.34-0.56");
 const std::string kMalformed = "xxxxxxxxxxxxx\r";
 
+// Notes every record handed over as "record@tick", and each reading's record.
 struct Feeder {
   explicit Feeder(std::int32_t recordsPerReading = 1) {
-    link.recordsPerReading = recordsPerReading;
-    framer.start(link);
+    framer.setRecordsPerReading(recordsPerReading);
+    framer.start();
   }
   void feed(std::string_view bytes, std::uint32_t tick = 0) {
-    framer.feed(bytes, tick, link, [this] { readings.emplace_back(link.record()), onReading(); });
+    const auto noteRecord = [this](std::string_view record, std::uint32_t at) {
+      records.push_back(std::string(record) + "@" + std::to_string(at));
+      onRecord();
+    };
+    const auto noteReading = [this](std::string_view record, std::uint32_t at) {
+      readings.emplace_back(record);
+      onReading(at);
+    };
+    framer.feed(bytes, tick, {noteRecord, noteReading});
   }
   RecordFramer framer;
-  InstrumentLink link;
+  std::vector<std::string> records;
   std::vector<std::string> readings;
-  std::function<void()> onReading = [] {};
+  std::function<void()> onRecord = [] {};
+  std::function<void(std::uint32_t tick)> onReading = [](std::uint32_t) {};
 };
 
-// recordCounter counts the lines found, good or malformed. A CR with fewer than
+// The count takes in the lines found, good or malformed. A CR with fewer than
 // 12 bytes before it is an ordinary byte. The 182nd byte buffered overflows and
 // is itself discarded, so a record whose CR would land beyond index 180 is lost.
 TEST(RecordFramer, FindsRecordsLooking12BytesBackFromTheirCarriageReturn) {
-  const std::string none(12, '\0'), statusCr = record("12.34-0.56", '\r');
+  const std::string none, statusCr = record("12.34-0.56", '\r');
   const auto noise = [](int length) { return std::string(length, 'T') + kExample + kExample; };
   for (const auto& [stream, lines, last] : {std::tuple{noise(0), 2, kExample},
                                             {noise(168), 2, kExample},
@@ -58,13 +68,11 @@ TEST(RecordFramer, FindsRecordsLooking12BytesBackFromTheirCarriageReturn) {
                                             {"01234567890\r"s, 0, none},
                                             {"012345678901\r"s, 1, none}}) {
     Feeder run(100);
-    run.link.staleTicks = 4;
     run.feed(stream, 77);
-    EXPECT_EQ(run.link.recordCounter, lines) << stream;
-    EXPECT_EQ(run.link.record(), last.substr(0, 12)) << stream;
-    EXPECT_EQ(run.link.currentRecord[12], '\0');
-    EXPECT_EQ(run.link.lastRecordTick, last == none ? 0u : 77u);
-    EXPECT_EQ(run.link.staleTicks, last == none ? 4 : 0);
+    EXPECT_EQ(run.framer.recordCount(), lines) << stream;
+    EXPECT_EQ(run.records.empty() ? none : run.records.back(),
+              last == none ? none : last.substr(0, 12) + "@77")
+        << stream;
   }
 }
 
@@ -72,13 +80,14 @@ TEST(RecordFramer, AReadingCarriesTheRecordThatCompletesIt) {
   std::string stream;
   for (char digit = '1'; digit <= '9'; ++digit) stream += record("0000"s + digit + "00000");
   Feeder run(5);
-  run.onReading = [&run] {
-    EXPECT_EQ(run.link.recordCounter, 0);  // reset before the handler, which may set it
-    run.link.recordsPerReading = 2;        // takes effect before the next byte
+  run.onReading = [&run](std::uint32_t) {
+    EXPECT_EQ(run.framer.recordCount(), 0);  // reset before the handler, which may set it
+    run.framer.setRecordsPerReading(2);      // takes effect before the next byte
   };
   run.feed(stream);
   EXPECT_EQ(run.readings,
             (std::vector<std::string>{"T 0000500000", "T 0000700000", "T 0000900000"}));
+  EXPECT_EQ(run.records.size(), 9u);  // each record is handed over, reading or not
 }
 
 // A malformed line takes a place in the reading and wraps the count without a
@@ -86,19 +95,19 @@ TEST(RecordFramer, AReadingCarriesTheRecordThatCompletesIt) {
 TEST(RecordFramer, MalformedLinesWrapTheCountSilently) {
   Feeder run(3);
   run.feed(kExample + kExample + kMalformed);  // the reading's last place: lost
-  EXPECT_EQ(run.link.recordCounter, 0);
+  EXPECT_EQ(run.framer.recordCount(), 0);
   run.feed(kExample + kExample);
-  run.link.recordsPerReading = 1;  // lowered below the count
+  run.framer.setRecordsPerReading(1);  // lowered below the count
   run.feed(kExample + kExample);
-  EXPECT_EQ(run.link.recordCounter, 4);
+  EXPECT_EQ(run.framer.recordCount(), 4);
   run.feed(kMalformed + kExample);
-  EXPECT_EQ(run.link.recordCounter, 0);
+  EXPECT_EQ(run.framer.recordCount(), 0);
   EXPECT_EQ(run.readings.size(), 1u);  // the record after the wrap
 }
 
 // Good records, malformed lines, junk and line feeds at random, cut into
-// chunks; chunk k arrives at tick k. The handler changes the count as the
-// logging window may.
+// chunks; chunk k arrives at tick k. The handlers change the count as the
+// logging session may, and also in the middle of a reading.
 TEST(RecordFramer, AnySplitOfTheStreamFramesTheSame) {
   for (const unsigned seed : {1u, 2u, 3u, 4u, 5u, 6u}) {
     std::mt19937 random(seed);
@@ -118,10 +127,13 @@ TEST(RecordFramer, AnySplitOfTheStreamFramesTheSame) {
     }
     Feeder runs[2];  // chunks fed whole, and byte by byte
     for (Feeder& run : runs) {
-      run.onReading = [&run] {
-        run.readings.back() += "@" + std::to_string(run.link.lastRecordTick);
-        run.link.recordsPerReading = 1 + run.readings.size() % 4;
-        if (run.readings.size() % 5 == 0) run.link.recordCounter = 3;
+      run.onRecord = [&run] {
+        if (run.records.size() % 7 == 0) run.framer.setRecordsPerReading(1);  // below the count
+        if (run.records.size() % 11 == 0) run.framer.restartCount();
+      };
+      run.onReading = [&run](std::uint32_t tick) {
+        run.readings.back() += "@" + std::to_string(tick);
+        run.framer.setRecordsPerReading(1 + run.readings.size() % 4);
       };
     }
     for (std::uint32_t at = 0, k = 0; at < stream.size(); ++k) {
@@ -132,7 +144,8 @@ TEST(RecordFramer, AnySplitOfTheStreamFramesTheSame) {
     }
     EXPECT_GT(runs[0].readings.size(), 15u) << seed;
     EXPECT_EQ(runs[0].readings, runs[1].readings) << seed;
-    EXPECT_EQ(runs[0].link, runs[1].link) << seed;
+    EXPECT_EQ(runs[0].records, runs[1].records) << seed;
+    EXPECT_EQ(runs[0].framer.recordCount(), runs[1].framer.recordCount()) << seed;
   }
 }
 
@@ -144,15 +157,16 @@ std::string readingsFrom(std::string_view capture) {
   for (const std::int32_t recordsPerReading : {1, 3}) {
     readings += "records per reading " + formatInteger(recordsPerReading) + ":\n";
     Feeder run(recordsPerReading);
-    run.onReading = [&] {
+    run.onReading = [&](std::uint32_t) {
+      const std::string_view framed = run.readings.back();
       readings += '"';
-      for (const unsigned char byte : run.link.record()) {
+      for (const unsigned char byte : framed) {
         char hex[5];
         std::snprintf(hex, sizeof hex, "\\x%02X", byte);
         readings += byte >= 0x20 && byte < 0x7F && byte != '\\' ? std::string(1, char(byte)) : hex;
       }
       FiledValues filed;
-      const DecodedReading r = decodeInstrumentRecord(run.link.record(), Settings{}, filed);
+      const DecodedReading r = decodeInstrumentRecord(framed, Settings{}, filed);
       readings += "\" conductivity " + formatFixed(r.conductivity, 6) + " inphase " +
                   formatFixed(r.inphase, 6) + " dipole " + r.dipole + " range " +
                   formatInteger(r.range) + " mark " + r.mark + " channel " +

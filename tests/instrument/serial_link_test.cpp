@@ -47,7 +47,7 @@ class SerialLink : public ::testing::Test {
   std::optional<testing::ChildProcess> sim;
   Settings settings;
   PortMap ports;
-  InstrumentLink link;
+  RecordFramer framer;
 };
 
 TEST_F(SerialLink, EveryRecordArrivesInOrderAndIsCaptured) {
@@ -61,10 +61,11 @@ TEST_F(SerialLink, EveryRecordArrivesInOrderAndIsCaptured) {
   EXPECT_EQ(capture->path().filename(), "instrument-20261121-090507-2.raw");
 
   std::vector<std::int32_t> readings;
-  InstrumentReader reader(
-      std::move(opening.port), link,
-      [&] { readings.push_back(parseIntegerPrefix(link.record().substr(2, 5))); }, &*capture);
-  link.recordsPerReading = 4;
+  const auto noteReading = [&](std::string_view record, std::uint32_t) {
+    readings.push_back(parseIntegerPrefix(record.substr(2, 5)));
+  };
+  InstrumentReader reader(std::move(opening.port), framer, {.onReading = noteReading}, &*capture);
+  framer.setRecordsPerReading(4);
   reader.start();
   EXPECT_TRUE(QTest::qWaitFor([&] { return readings.size() >= 25000; }, 120000));
   EXPECT_LT(cpuWhileIdle(), kIdleCpu);  // and no reading after the last
@@ -96,9 +97,10 @@ TEST_F(SerialLink, OpenFailuresNameThePortAndAStopInsideTheHandlerFreesIt) {
       << busy.failure.toStdString();
 
   int handled = 0;
-  InstrumentReader reader(std::move(first.port), link, [&] {
-    if (++handled == 50) reader.stop();
-  });
+  InstrumentReader reader(std::move(first.port), framer,
+                          {.onReading = [&](std::string_view, std::uint32_t) {
+                            if (++handled == 50) reader.stop();
+                          }});
   reader.start();
   EXPECT_TRUE(QTest::qWaitFor([&] { return handled >= 50; }, 10000));
   EXPECT_LT(cpuWhileIdle(), kIdleCpu);

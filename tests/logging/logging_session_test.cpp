@@ -111,10 +111,9 @@ struct LoggingRun : ::testing::Test {
   void reading(char status, std::string_view first = "012.0", std::string_view second = "-01.5") {
     const std::string record =
         "T" + std::string(1, status) + std::string(first) + std::string(second);
-    std::copy(record.begin(), record.end(), link.currentRecord.begin());
     clock.tick += 100;
-    link.lastRecordTick = clock.tick;
-    session.onReading();
+    session.onRecordArrived(clock.tick);
+    session.onReading(record, clock.tick);
   }
   // The records after the new file's header: a reading's 12 bytes, a note or
   // comment as its letter and text, anything else as its letter.
@@ -144,11 +143,11 @@ struct LoggingRun : ::testing::Test {
   }
 
   Settings settings;
-  InstrumentLink link;
+  RecordFramer framer;
   GpsLineAssembler gpsAssembler;
   FakeClock clock;
   FakeView view{settings, clock};
-  LoggingSession session{settings, link, view, clock};
+  LoggingSession session{settings, framer, view, clock};
 };
 
 TEST_F(LoggingRun, WalksFromMonitorToLoggingAndBackWithItsNotes) {
@@ -167,13 +166,13 @@ TEST_F(LoggingRun, WalksFromMonitorToLoggingAndBackWithItsNotes) {
   session.onKey(kKeyReturn);  // Go
   EXPECT_EQ(session.state().loggingState, kLoggingState);
   EXPECT_TRUE(view.called("pause button 1") && view.called("beep"));
-  EXPECT_EQ(link.recordsPerReading, 3);
+  EXPECT_EQ(framer.recordsPerReading(), 3);
   reading(kReleased, "100.0", "-02.0");
   session.onKey('x');  // not the pause key
   reading(kReleased, "200.0", "-03.0");
   session.onButton(465);  // any button pauses
   EXPECT_EQ(session.state().loggingState, kStandByState);
-  EXPECT_EQ(link.recordsPerReading, 1);
+  EXPECT_EQ(framer.recordsPerReading(), 1);
   reading(kReleased);
 
   view.yesToExit = false;
@@ -278,10 +277,11 @@ TEST_F(LoggingRun, GpsSentencesAreWrittenOnlyWhileLoggingInArrivalOrder) {
 // Stale ticks while the comment dialog is up: five breaks, the end, and the
 // run closed under the dialog without a question.
 TEST_F(LoggingRun, LostConnectionEndsTheRunThroughAnOpenDialog) {
+  const std::uint32_t started = clock.tick;
   startLogging();
   view.yesToExit = false;
-  view.whileDialogUp = [this] {
-    clock.tick = link.lastRecordTick + kConnectionTimeoutMs;
+  view.whileDialogUp = [this, started] {
+    clock.tick = started + kConnectionTimeoutMs;
     session.onTimerTick();  // not yet stale
     for (int i = 0; i < 8; ++i) {
       clock.tick += kConnectionTimeoutMs + 1;
@@ -299,6 +299,33 @@ TEST_F(LoggingRun, LostConnectionEndsTheRunThroughAnOpenDialog) {
   EXPECT_FALSE(session.running());
   const std::string bytes = testing::readBytes(view.folder.path() / view.fileName);
   EXPECT_EQ(bytes.substr(bytes.size() - 24, 12), "X$CONN END  ");
+}
+
+// Any good record, not only one that completes a reading, keeps the watch
+// quiet, and one arriving after breaks starts the count toward the end afresh.
+TEST_F(LoggingRun, EveryRecordRestartsTheConnectionWatch) {
+  startLogging();
+  const auto staleTicks = [this](int count) {
+    for (int i = 0; i < count; ++i) {
+      clock.tick += kConnectionTimeoutMs + 1;
+      session.onTimerTick();
+    }
+  };
+  for (int i = 0; i < 10; ++i) {
+    session.onRecordArrived(clock.tick);
+    clock.tick += kConnectionTimeoutMs;
+    session.onTimerTick();
+  }
+  staleTicks(5);
+  session.onRecordArrived(clock.tick);
+  staleTicks(5);
+  EXPECT_TRUE(session.running());
+  staleTicks(1);
+  EXPECT_FALSE(session.running());
+  Lines expected{"X$STARTED"};
+  expected.insert(expected.end(), 10, "X$CONN BREAK");
+  expected.push_back("X$CONN END");
+  EXPECT_EQ(recordsAfterHeader(), expected);
 }
 
 // A device that fills up in the middle of a GPS sentence: none of the
