@@ -7,6 +7,7 @@ list(APPEND GC40_CORE_FILES
   gps/gps_monitor.cpp gps/gps_monitor.h
 )
 list(APPEND GC40_QT_FILES
+  gps/gps_reader.cpp gps/gps_reader.h
   gps/gps_line_list.cpp gps/gps_line_list.h
   gps/gps_message_dialog.cpp gps/gps_message_dialog.h
   gps/monitor_gps_window.cpp gps/monitor_gps_window.h

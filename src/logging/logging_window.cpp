@@ -8,6 +8,7 @@
 #include <QScopeGuard>
 
 #include "datafile/create_data_file.h"
+#include "gps/gps_reader.h"
 #include "instrument/instrument_reader.h"
 #include "instrument/port_reader.h"
 #include "instrument/serial_ports.h"
@@ -170,16 +171,8 @@ void LoggingWindow::openGpsPort() {
     showSerialPortFailure(this, kCannotOpenGpsPort, opening.failure);
     return;
   }
-  gpsLines_.reset();
-  gpsReader_ = new PortReader(
-      std::move(opening.port),
-      [this](std::string_view bytes, std::uint32_t tick) {
-        gpsLines_.feed(bytes, tick, [this](std::string_view text, std::uint32_t at) {
-          judgeGpsLine(text, at, [this](const GpsLine& line) {
-            if (gpsReader_ && gpsReader_->running()) session_.onGpsLine(line);
-          });
-        });
-      },
+  gpsReader_ = new GpsReader(
+      std::move(opening.port), [this](const GpsLine& line) { session_.onGpsLine(line); },
       gpsCapture_ ? &*gpsCapture_ : nullptr, this);
   gpsReader_->start();
 }

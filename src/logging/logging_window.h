@@ -16,7 +16,6 @@
 #include <optional>
 #include <vector>
 
-#include "gps/gps_line_assembler.h"
 #include "instrument/record_framer.h"
 #include "logging/logging_session.h"
 #include "logging/logging_view.h"
@@ -26,7 +25,7 @@
 namespace gc40 {
 
 class InstrumentReader;
-class PortReader;
+class GpsReader;
 class ProfileView;
 class StatusPanel;
 
@@ -116,8 +115,7 @@ class LoggingWindow : public QWidget, private LoggingView {
   std::optional<RawCapture> capture_;
   std::optional<RawCapture> gpsCapture_;
   InstrumentReader* reader_ = nullptr;
-  PortReader* gpsReader_ = nullptr;
-  GpsLineAssembler gpsLines_;
+  GpsReader* gpsReader_ = nullptr;
   bool shuttingDown_ = false;
 };
 
