@@ -17,7 +17,7 @@ MainCommands::MainCommands(MainWindow& window)
     : QObject(&window),
       window_(window),
       logging_(new LoggingWindow(window.context(), &window, window.scale())),
-      monitorGps_(new MonitorGpsWindow(window.context(), &window, window.scale())),
+      monitorGps_(new MonitorGpsWindow(window.context().settings, &window, window.scale())),
       viewFiles_(new ViewFilesWindow(window.context(), &window, window.scale())) {
   connect(&window, &MainWindow::commandChosen, this, &MainCommands::carryOut);
   // A run that ended (normally or for a lost connection) gives the menu its keys back.

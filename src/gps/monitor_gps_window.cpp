@@ -26,9 +26,9 @@ constexpr unsigned long kAfterWriteMs = 5;
 
 }  // namespace
 
-MonitorGpsWindow::MonitorGpsWindow(LoggerContext& context, QWidget* mainWindow, int scale,
+MonitorGpsWindow::MonitorGpsWindow(const Settings& settings, QWidget* mainWindow, int scale,
                                    TickSource tickCount)
-    : QWidget(mainWindow), context_(context), scale_(scale), tickCount_(std::move(tickCount)) {
+    : QWidget(mainWindow), settings_(settings), scale_(scale), tickCount_(std::move(tickCount)) {
   setObjectName(QStringLiteral("MonitorGPSWnd"));
   setWindowTitle(QStringLiteral("Monitor GPS"));
   setAutoFillBackground(true);
@@ -58,7 +58,7 @@ void MonitorGpsWindow::createControls() {
 
 // The list takes what the command line and the button row leave.
 void MonitorGpsWindow::placeControls() {
-  const ScreenLayout layout(*this, context_.settings.portraitScreen, scale_);
+  const ScreenLayout layout(*this, settings_.portraitScreen, scale_);
   const int editTop = layout.buttonRowTop() - kScreenGap - kEditHeight;
   layout.place(list_, kScreenMargin, kScreenMargin, layout.innerWidth(),
                editTop - kScreenGap - kScreenMargin);
@@ -94,7 +94,7 @@ void MonitorGpsWindow::showOverMainWindow() {
 }
 
 void MonitorGpsWindow::addLine(std::string_view text) {
-  if (context_.settings.gpsEnabled == 1) list_->addLine(qText(text));
+  if (settings_.gpsEnabled == 1) list_->addLine(qText(text));
   if (isVisible()) setFocus();
 }
 

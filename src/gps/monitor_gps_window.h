@@ -16,7 +16,7 @@
 #include "gps/gps_line_assembler.h"
 #include "gps/gps_monitor.h"
 #include "platform/clock.h"
-#include "platform/logger_context.h"
+#include "settings/settings.h"
 
 class QLineEdit;
 class QPushButton;
@@ -39,7 +39,7 @@ class MonitorGpsWindow : public QWidget {
 
   // A hidden screen over `mainWindow`, drawn at the main window's `scale`;
   // `tickCount` times the silence of the receiver.
-  MonitorGpsWindow(LoggerContext& context, QWidget* mainWindow, int scale,
+  MonitorGpsWindow(const Settings& settings, QWidget* mainWindow, int scale,
                    TickSource tickCount = &platform::tickCount);
 
   // Lists what arrives on the GPS port, which the caller has opened, until Exit.
@@ -68,7 +68,7 @@ class MonitorGpsWindow : public QWidget {
   void writeCommand(const std::string& bytes);
   void leave();
 
-  LoggerContext& context_;
+  const Settings& settings_;
   int scale_;
   TickSource tickCount_;
   GpsLineAssembler assembler_;

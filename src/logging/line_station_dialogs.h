@@ -20,7 +20,7 @@ namespace gc40 {
 bool runNewLineDialog(QWidget* owner, LoggerContext& context);
 
 // True on OK: currentStation is the station typed (0 when none).
-bool runNewStationDialog(QWidget* owner, LoggerContext& context);
+bool runNewStationDialog(QWidget* owner, Settings& settings);
 
 // The comment typed, cut to kCommentReadLength characters (possibly empty),
 // or nullopt on Cancel. The layout follows the shape of the owner's window.

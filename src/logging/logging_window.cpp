@@ -283,7 +283,7 @@ bool LoggingWindow::runNewLine() {
 
 bool LoggingWindow::runNewStation() {
   const auto refocus = keysBackAfterDialog();
-  return runNewStationDialog(this, context_);
+  return runNewStationDialog(this, context_.settings);
 }
 
 std::optional<std::u16string> LoggingWindow::runComment() {

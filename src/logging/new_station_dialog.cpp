@@ -19,10 +19,10 @@ constexpr int kColumns = 4;
 
 class NewStationView : public SetupDialog {
  public:
-  NewStationView(QWidget* owner, LoggerContext& context)
-      : SetupDialog(owner, QStringLiteral("New Station"), context.settings.portraitScreen == 1),
-        context_(context) {
-    const NewStationControls shown = openNewStation(context.settings);
+  NewStationView(QWidget* owner, Settings& settings)
+      : SetupDialog(owner, QStringLiteral("New Station"), settings.portraitScreen == 1),
+        settings_(settings) {
+    const NewStationControls shown = openNewStation(settings);
     newStation_ = makeEdit(865, qText(shown.newStation));
     const std::array<std::pair<QLabel*, QWidget*>, 3> rows = {{
         {makeLabel(860, QStringLiteral("Start Station:")),
@@ -31,12 +31,12 @@ class NewStationView : public SetupDialog {
          makeLabel(864, qText(shown.lastStation))},
         {makeLabel(862, QStringLiteral("New  Station:")), newStation_},
     }};
-    placeRows(rows, usesLandscapeLayout(context.settings));
+    placeRows(rows, usesLandscapeLayout(settings));
   }
 
  protected:
   void onOk() override {
-    acceptNewStation(context_.settings, newStation_->text().toStdU16String());
+    acceptNewStation(settings_, newStation_->text().toStdU16String());
     done(1);
   }
 
@@ -57,14 +57,14 @@ class NewStationView : public SetupDialog {
     addOkCancel(row, kColumns);
   }
 
-  LoggerContext& context_;
+  Settings& settings_;
   QLineEdit* newStation_ = nullptr;  // 865
 };
 
 }  // namespace
 
-bool runNewStationDialog(QWidget* owner, LoggerContext& context) {
-  return runModal<NewStationView>(owner, context) == 1;
+bool runNewStationDialog(QWidget* owner, Settings& settings) {
+  return runModal<NewStationView>(owner, settings) == 1;
 }
 
 }  // namespace gc40

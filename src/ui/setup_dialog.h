@@ -107,9 +107,9 @@ class SetupDialog : public QDialog {
 };
 
 // An entry point of run_setup_dialogs.h: the dialog, modal, and its result.
-template <typename Dialog>
-int runModal(QWidget* owner, LoggerContext& context) {
-  Dialog dialog(owner, context);
+template <typename Dialog, typename... Arguments>
+int runModal(QWidget* owner, Arguments&... arguments) {
+  Dialog dialog(owner, arguments...);
   return dialog.exec();
 }
 

@@ -74,7 +74,7 @@ struct Bench {
   LoggerContext context;
   MainWindow window{context};
   std::uint32_t now = 0xFFFFF000u;  // the tick counter wraps during a test
-  MonitorGpsWindow monitor{context, &window, 1, [this] { return now; }};
+  MonitorGpsWindow monitor{context.settings, &window, 1, [this] { return now; }};
   int receiver = -1;
 };
 
