@@ -61,9 +61,9 @@ bool isPauseKey(std::int32_t pauseKey, int keyCode) {
 
 }  // namespace
 
-int pauseButtonNumber(std::int32_t pauseKey, std::int32_t surveyMode) {
+int pauseButtonNumber(std::int32_t pauseKey, SurveyMode surveyMode) {
   const int number = knownPauseKey(pauseKey);
-  return surveyMode == kManualMode ? number + 4 : number;
+  return surveyMode == SurveyMode::kManual ? number + 4 : number;
 }
 
 std::optional<int> buttonCommand(std::int32_t loggingState, int id) {

@@ -7,6 +7,8 @@
 #include <optional>
 #include <string_view>
 
+#include "settings/modes.h"
+
 namespace gc40 {
 
 // Button i of the visible group carries id 460 + i; a click gives command i.
@@ -59,7 +61,7 @@ enum class LoggingAction {
 };
 
 // The pause button shown while logging: 0..3 by pauseKey, 4..7 in Manual.
-int pauseButtonNumber(std::int32_t pauseKey, std::int32_t surveyMode);
+int pauseButtonNumber(std::int32_t pauseKey, SurveyMode surveyMode);
 
 // The command number of a click on button `id`. While logging, every button
 // pauses; nullopt for ids below the first button.

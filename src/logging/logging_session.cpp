@@ -114,10 +114,10 @@ void LoggingSession::go() {
       {ButtonGroup::kPause,
        pauseButtonNumber(effectiveIndex(settings_, kPauseKeySetting), state_.surveyMode),
        state_.selectedButton});
-  if (state_.surveyMode != kManualMode) settings_.surveyModeSetting = state_.surveyMode;
+  if (state_.surveyMode != SurveyMode::kManual) settings_.surveyModeSetting = state_.surveyMode;
   link_.recordCounter = 0;
   state_.beepCounter = 0;
-  link_.recordsPerReading = state_.surveyMode == kAutoMode ? settings_.cyclesPerReading : 1;
+  link_.recordsPerReading = state_.surveyMode == SurveyMode::kAuto ? settings_.cyclesPerReading : 1;
   state_.loggingState = kLoggingState;
   view_.beep();
   state_.manualTriggerLatch = kLatchSkip;
@@ -141,7 +141,7 @@ void LoggingSession::pause() {
 void LoggingSession::stopTakingReadings() {
   link_.recordsPerReading = 1;
   link_.recordCounter = 0;
-  if (state_.surveyMode == kWheelMode) settings_.surveyModeSetting = kAutoMode;
+  if (state_.surveyMode == SurveyMode::kWheel) settings_.surveyModeSetting = SurveyMode::kAuto;
 }
 
 void LoggingSession::newLine() {
@@ -254,8 +254,8 @@ bool LoggingSession::recordReading(std::string_view record, std::uint32_t arriva
 // In Manual logging the trigger takes the readings, so its mark is not shown;
 // the survey's own mode counts, not the run's, which averaging sets to Auto.
 char LoggingSession::triggerIndicator(bool pressed) const {
-  const bool manualLogging = effectiveIndex(settings_, kSurveyModeSetting) == kManualMode &&
-                             state_.loggingState == kLoggingState;
+  const bool manualLogging =
+      effectiveSurveyMode(settings_) == SurveyMode::kManual && state_.loggingState == kLoggingState;
   return pressed && !manualLogging ? 'M' : ' ';
 }
 

@@ -12,7 +12,6 @@ namespace gc40 {
 namespace {
 
 constexpr int kFontPixels = 14;
-constexpr std::int32_t kManualMode = 2;
 
 QRect toQRect(const FieldRect& r) { return QRect(r.x, r.y, r.width, r.height); }
 
@@ -40,7 +39,7 @@ void StatusPanel::showStatus(const Settings& settings, std::int32_t loggingState
   using F = StatusField;
   showFileName(fileBaseName);
   showState(loggingState);
-  const bool manual = settings.surveyMode == kManualMode;
+  const bool manual = settings.surveyMode == SurveyMode::kManual;
   setText(F::kTriggerMode, qText(triggerModeText(settings.surveyMode)));
   setText(F::kManualLabel, manual ? qText(kManualStationLabel) : QString());
   setText(F::kCount, manual ? qText(countText(0)) : QString());
@@ -84,7 +83,7 @@ void StatusPanel::showReading(const DecodedReading& reading, const Settings& set
   setText(F::kDipoleRange, qText(dipoleRangeText(reading, portrait_)));
 }
 
-void StatusPanel::showTrigger(bool triggerPressed, std::int32_t surveyMode,
+void StatusPanel::showTrigger(bool triggerPressed, SurveyMode surveyMode,
                               std::int32_t loggingState) {
   setText(StatusField::kTriggerIndicator,
           qText(triggerIndicatorText(triggerPressed, surveyMode, loggingState)));

@@ -42,7 +42,7 @@ class StatusPanel : public QWidget {
   // Per reading: the survey's dipole mode, the values and the reading's
   // dipole and range.
   void showReading(const DecodedReading& reading, const Settings& settings);
-  void showTrigger(bool triggerPressed, std::int32_t surveyMode, std::int32_t loggingState);
+  void showTrigger(bool triggerPressed, SurveyMode surveyMode, std::int32_t loggingState);
   // Asks the battery again once three minutes have passed since it was drawn.
   void refreshBattery(std::uint32_t tick);
 

@@ -38,13 +38,13 @@ std::u16string fileText(std::u16string_view baseName) {
   return u"File:" + std::u16string(shown);
 }
 
-std::string_view triggerModeText(std::int32_t surveyMode) {
+std::string_view triggerModeText(SurveyMode surveyMode) {
   switch (surveyMode) {
-    case 0:
+    case SurveyMode::kAuto:
       return "Auto";
-    case 1:
+    case SurveyMode::kWheel:
       return "Wheel";
-    case 2:
+    case SurveyMode::kManual:
       return "Manual";
     default:
       return "";
@@ -88,9 +88,9 @@ std::string averagingText(std::int32_t sampleIndex, std::int32_t samplesPerReadi
          leftAligned(formatInteger(samplesPerReading), 3);
 }
 
-std::string_view triggerIndicatorText(bool triggerPressed, std::int32_t surveyMode,
+std::string_view triggerIndicatorText(bool triggerPressed, SurveyMode surveyMode,
                                       std::int32_t loggingState) {
-  const bool manualLogging = surveyMode == kManualMode && loggingState == kLoggingState;
+  const bool manualLogging = surveyMode == SurveyMode::kManual && loggingState == kLoggingState;
   return triggerPressed && !manualLogging ? "M" : " ";
 }
 

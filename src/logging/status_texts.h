@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "instrument/reading_decoder.h"
+#include "settings/modes.h"
 
 namespace gc40 {
 
@@ -23,8 +24,8 @@ std::string_view stateText(std::int32_t loggingState);
 // "File:" and the first 8 characters of the data file's base name.
 std::u16string fileText(std::u16string_view baseName);
 
-// "Auto", "Wheel", "Manual" for surveyMode 0, 1, 2; empty for anything else.
-std::string_view triggerModeText(std::int32_t surveyMode);
+// "Auto", "Wheel", "Manual"; empty for an unknown mode.
+std::string_view triggerModeText(SurveyMode surveyMode);
 
 // "%3d%%" of the charge; "AC" on a machine without a battery.
 std::string batteryText(std::optional<int> percent);
@@ -52,7 +53,7 @@ std::string averagingText(std::int32_t sampleIndex, std::int32_t samplesPerReadi
 
 // "M" while the trigger is pressed, except in Manual mode while logging, where
 // the trigger records readings and a mark would only flicker; else a blank.
-std::string_view triggerIndicatorText(bool triggerPressed, std::int32_t surveyMode,
+std::string_view triggerIndicatorText(bool triggerPressed, SurveyMode surveyMode,
                                       std::int32_t loggingState);
 
 // The battery is asked again once more than three minutes have passed since

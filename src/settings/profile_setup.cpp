@@ -1,11 +1,6 @@
 #include "settings/profile_setup.h"
 
 namespace gc40 {
-namespace {
-
-constexpr std::int32_t kManual = 2;
-
-}  // namespace
 
 ProfileTraces setupProfileTraces(const Settings& settings) {
   ProfileTraces traces;
@@ -13,7 +8,7 @@ ProfileTraces setupProfileTraces(const Settings& settings) {
   const bool both = settings.component == 0;
   const std::int32_t dipole = settings.dipoleMode;
   auto on = [&](int trace, bool drawn) { traces.traceOn[trace] = visible[trace] == 1 && drawn; };
-  if (settings.surveyMode == kManual) {
+  if (settings.surveyMode == SurveyMode::kManual) {
     // Manual may record both dipoles ("Both" is offered there only).
     on(0, both && dipole != 1);
     on(1, both && dipole != 0);

@@ -163,7 +163,7 @@ Settings recordingSettings(const std::optional<IdentificationRecord>& identifica
   settings.gpsEnabled = identification->gpsEnabled ? 1 : 0;
   settings.distanceUnits = identification->distanceUnits;
   settings.dipoleMode = identification->dipoleMode;
-  settings.surveyMode = identification->surveyMode;
+  settings.surveyMode = modeFromIndex<SurveyMode>(identification->surveyMode);
   settings.component = identification->component;
   return settings;
 }

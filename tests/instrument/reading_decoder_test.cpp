@@ -20,7 +20,9 @@ std::string record(unsigned char status, std::string_view values) {
 }
 
 Settings settingsFor(std::int32_t component, std::int32_t variant, std::int32_t surveyMode) {
-  return {.instrumentVariant = variant, .surveyMode = surveyMode, .component = component};
+  return {.instrumentVariant = variant,
+          .surveyMode = modeFromIndex<SurveyMode>(surveyMode),
+          .component = component};
 }
 
 // Only the dipole the reading was taken in has valid slots, holding its
@@ -86,7 +88,8 @@ TEST(ReadingDecoder, EveryStatusByteAndSettingDecodesConsistently) {
         const DecodedReading r = decodeInstrumentRecord(
             record(static_cast<unsigned char>(status), values), settings, filed);
         ASSERT_EQ(r.channelFlag, static_cast<std::uint32_t>(status & 1));
-        ASSERT_EQ(r.mark, (is128 || status & 64) && settings.surveyMode != 2 ? 'M' : 'N');
+        ASSERT_EQ(r.mark,
+                  (is128 || status & 64) && settings.surveyMode != SurveyMode::kManual ? 'M' : 'N');
         ASSERT_EQ(r.dipole, is128 || status & 32 ? 'V' : 'H');
         ASSERT_EQ(r.range, code == 2 ? 10 : code == 4 ? 100 : 1000) << status;
         if (settings.component == 0 && values[0] == '4') {

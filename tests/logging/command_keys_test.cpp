@@ -46,9 +46,11 @@ TEST(LoggingCommands, KeysActPerStateAndLoggingHearsOnlyThePauseKeyAndItsButton)
         << "state " << state << " pauseKey " << pauseKey << " key " << key;
   }
   // The pause button shown follows the pause key and, for any key, the mode.
-  for (const auto& [pauseKey, mode, button] :
-       {std::tuple{0, kAutoMode, 0}, {3, kWheelMode, 3}, {1, kManualMode, 5}, {9, kManualMode, 4}})
-    EXPECT_EQ(pauseButtonNumber(pauseKey, mode), button) << pauseKey << " " << mode;
+  for (const auto& [pauseKey, mode, button] : {std::tuple{0, SurveyMode::kAuto, 0},
+                                               {3, SurveyMode::kWheel, 3},
+                                               {1, SurveyMode::kManual, 5},
+                                               {9, SurveyMode::kManual, 4}})
+    EXPECT_EQ(pauseButtonNumber(pauseKey, mode), button) << pauseKey << " " << modeIndex(mode);
   EXPECT_EQ(buttonCommand(kMonitorState, 459), std::nullopt);
 }
 

@@ -194,7 +194,7 @@ TEST_F(LoggingRun, WalksFromMonitorToLoggingAndBackWithItsNotes) {
 // Held over several readings the trigger records one; released and pressed
 // again it records the next. Before logging it only shows.
 TEST_F(LoggingRun, ManualTriggerRecordsOneReadingPerPress) {
-  settings.surveyMode = kManualMode;
+  settings.surveyMode = SurveyMode::kManual;
   settings.samplesPerReading = 1;
   start();
   reading(kPressed);
@@ -208,7 +208,7 @@ TEST_F(LoggingRun, ManualTriggerRecordsOneReadingPerPress) {
 }
 
 TEST_F(LoggingRun, ManualAverageOfThreeSamplesIsRecordedAsOneReading) {
-  settings.surveyMode = kManualMode;
+  settings.surveyMode = SurveyMode::kManual;
   settings.samplesPerReading = 3;
   startLogging();
   reading(kPressed, "010.0", "-01.5");

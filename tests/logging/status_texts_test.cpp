@@ -16,11 +16,13 @@ TEST(StatusTexts, StationFileAndTrigger) {
   EXPECT_EQ(fileText(u"LONGNAME1.R40"), u"File:LONGNAME");
   EXPECT_EQ(fileText(u"ABCDEFG\U0001F600"), u"File:ABCDEFG");
   EXPECT_EQ(dipoleModeText(1) + dipoleModeText(7), "Mode:HMode: ");  // 7: a damaged index
-  using Trigger = std::tuple<bool, std::int32_t, std::int32_t, const char*>;
+  using Trigger = std::tuple<bool, SurveyMode, std::int32_t, const char*>;
   for (const auto& [pressed, mode, state, shown] :
-       {Trigger{true, 0, 1, "M"}, Trigger{true, 1, -1, "M"}, Trigger{true, 2, 1, " "},
-        Trigger{true, 2, -1, "M"}, Trigger{true, 2, 0, "M"}, Trigger{false, 0, 0, " "}}) {
-    EXPECT_EQ(triggerIndicatorText(pressed, mode, state), shown) << pressed << mode << state;
+       {Trigger{true, SurveyMode::kAuto, 1, "M"}, Trigger{true, SurveyMode::kWheel, -1, "M"},
+        Trigger{true, SurveyMode::kManual, 1, " "}, Trigger{true, SurveyMode::kManual, -1, "M"},
+        Trigger{true, SurveyMode::kManual, 0, "M"}, Trigger{false, SurveyMode::kAuto, 0, " "}}) {
+    EXPECT_EQ(triggerIndicatorText(pressed, mode, state), shown)
+        << pressed << modeIndex(mode) << state;
   }
 }
 

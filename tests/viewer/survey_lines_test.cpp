@@ -36,7 +36,7 @@ std::vector<double> entryStations(const SurveyLine& line) {
 TEST(SurveyLines, StationsFollowTheLoggerAndReadingsMergePerTrace) {
   Settings recorded;
   recorded.instrumentVariant = 1;
-  recorded.surveyMode = 2;
+  recorded.surveyMode = SurveyMode::kManual;
   recorded.dipoleMode = 2;
   recorded.startStation = 5.0;
   recorded.stationIncrement = 2.5f;
@@ -148,7 +148,7 @@ TEST(LineView, StrokesJoinNeighboursAndLeaveGaps) {
 // nothing crashes or hangs, and every reading the reader found is placed.
 TEST(SurveyLines, MutatedFilesNeverBreakTheViewer) {
   Settings recorded;
-  recorded.surveyMode = 2;
+  recorded.surveyMode = SurveyMode::kManual;
   recorded.dipoleMode = 2;
   RecordedFile file(recorded);
   for (int i = 0; i < 40; ++i) {

@@ -1,0 +1,29 @@
+#pragma once
+// The modes a survey is set up in. A mode's number is what the settings file
+// and the data file headers hold, and the index of its item in the dialogs'
+// choice lists. A damaged settings file may hold any other number: the fixed
+// underlying type keeps it as read, and each use decides what such a mode does.
+
+#include <concepts>
+#include <cstdint>
+
+namespace gc40 {
+
+enum class SurveyMode : std::int32_t { kAuto = 0, kWheel = 1, kManual = 2 };
+
+template <typename T>
+concept SettingMode = std::same_as<T, SurveyMode>;
+
+// The mode's number: its item's index in its choice list.
+template <SettingMode Mode>
+constexpr std::int32_t modeIndex(Mode mode) {
+  return static_cast<std::int32_t>(mode);
+}
+
+// The mode a choice-list index or a stored number stands for, known or not.
+template <SettingMode Mode>
+constexpr Mode modeFromIndex(std::int32_t index) {
+  return static_cast<Mode>(index);
+}
+
+}  // namespace gc40
