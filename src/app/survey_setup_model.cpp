@@ -7,9 +7,10 @@
 namespace gc40 {
 namespace {
 
+// "Both", the last dipole item, is offered in Manual only.
 std::span<const std::string_view> dipoleItemsFor(SurveyMode mode) {
-  return std::span<const std::string_view>(choices::kDipoleModes)
-      .first(mode == SurveyMode::kManual ? 3 : 2);
+  const std::span<const std::string_view> items = choices::kDipoleModes;
+  return mode == SurveyMode::kManual ? items : items.first(items.size() - 1);
 }
 
 void showDipoleModes(SurveySetupControls& controls, const Settings& settings, SurveyMode mode) {
@@ -78,7 +79,9 @@ void changeSurveyMode(SurveySetupDialog& dialog, Settings& settings, std::int32_
   SurveySetupWorking& working = dialog.working;
   dialog.controls.values.mode = selection;
   if (mode != working.modeShown) {
-    if (mode != SurveyMode::kManual && settings.dipoleMode == 2) settings.dipoleMode = 0;
+    if (mode != SurveyMode::kManual && settings.dipoleMode == DipoleMode::kBoth) {
+      settings.dipoleMode = DipoleMode::kVertical;
+    }
     showDipoleModes(dialog.controls, settings, mode);
     modeIncrement(working, working.modeShown) = working.stationIncrement;
     working.stationIncrement = modeIncrement(working, mode);

@@ -5,8 +5,6 @@
 namespace gc40 {
 namespace {
 
-constexpr std::int32_t kComponentBoth = 0;
-constexpr std::int32_t kComponentInphase = 1;
 constexpr std::int32_t kShortVariant = 1;
 constexpr double kShortInphaseDivisor = 3.35;
 constexpr float kInphaseChannelFactor = -0.0025f;
@@ -123,10 +121,10 @@ DecodedReading decodeInstrumentRecord(std::string_view record, const Settings& s
   const float b = valueAt(record, kSecondValueOffset);
   reading.conductivity = a;
   reading.inphase = b;
-  if (settings.component == kComponentBoth) {
+  if (settings.component == Component::kBoth) {
     scaleForBoth(reading, a, b, f, settings);
     fileReading(reading, true, filed);
-  } else if (settings.component == kComponentInphase) {
+  } else if (settings.component == Component::kInphase) {
     scaleForInphase(reading, a, b, f, settings);
     fileReading(reading, false, filed);
   }

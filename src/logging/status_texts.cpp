@@ -6,7 +6,6 @@
 namespace gc40 {
 namespace {
 
-constexpr std::int32_t kComponentBoth = 0;
 constexpr std::size_t kFileNameShown = 8;
 constexpr std::uint32_t kBatteryRefreshMs = 180000;
 
@@ -60,14 +59,15 @@ std::string stationText(double station) { return leftAligned(formatFixed(station
 
 std::string countText(std::int32_t readingsAtStation) { return formatInteger(readingsAtStation); }
 
-std::string dipoleModeText(std::int32_t dipoleMode) {
-  constexpr std::string_view kLetters = "VHB";
-  const bool known = dipoleMode >= 0 && dipoleMode < std::ssize(kLetters);
-  return std::string("Mode:") + (known ? kLetters[static_cast<std::size_t>(dipoleMode)] : ' ');
+std::string dipoleModeText(DipoleMode dipoleMode) {
+  constexpr std::string_view kLetters = "VHB";  // in list order
+  const std::int32_t index = modeIndex(dipoleMode);
+  const bool known = index >= 0 && index < std::ssize(kLetters);
+  return std::string("Mode:") + (known ? kLetters[static_cast<std::size_t>(index)] : ' ');
 }
 
-std::string conductivityText(const DecodedReading& reading, std::int32_t component, bool portrait) {
-  if (component != kComponentBoth) return "";
+std::string conductivityText(const DecodedReading& reading, Component component, bool portrait) {
+  if (component != Component::kBoth) return "";
   return "C:" + valueText(reading.conductivity) + (portrait ? "mS/m" : "");
 }
 

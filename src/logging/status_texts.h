@@ -36,13 +36,13 @@ std::string stationText(double station);
 // "%1d" of the readings recorded at this station.
 std::string countText(std::int32_t readingsAtStation);
 
-// "Mode:V", "Mode:H", "Mode:B" for the survey's dipoleMode 0, 1, 2; a damaged
+// "Mode:V", "Mode:H", "Mode:B" for the survey's dipole mode; a damaged
 // setting shows a blank after the colon.
-std::string dipoleModeText(std::int32_t dipoleMode);
+std::string dipoleModeText(DipoleMode dipoleMode);
 
 // The value fields of one reading. The conductivity field is empty unless the
-// component is Both (0): an Inphase survey carries no conductivity.
-std::string conductivityText(const DecodedReading& reading, std::int32_t component, bool portrait);
+// component is Both: an Inphase survey carries no conductivity.
+std::string conductivityText(const DecodedReading& reading, Component component, bool portrait);
 std::string inphaseText(const DecodedReading& reading, bool portrait);
 
 // The reading's dipole ('V' vertical, anything else horizontal) and range.

@@ -11,8 +11,14 @@ namespace gc40 {
 
 enum class SurveyMode : std::int32_t { kAuto = 0, kWheel = 1, kManual = 2 };
 
+enum class DipoleMode : std::int32_t { kVertical = 0, kHorizontal = 1, kBoth = 2 };
+
+// Which values the survey records: conductivity and inphase, or inphase only.
+enum class Component : std::int32_t { kBoth = 0, kInphase = 1 };
+
 template <typename T>
-concept SettingMode = std::same_as<T, SurveyMode>;
+concept SettingMode =
+    std::same_as<T, SurveyMode> || std::same_as<T, DipoleMode> || std::same_as<T, Component>;
 
 // The mode's number: its item's index in its choice list.
 template <SettingMode Mode>

@@ -53,7 +53,9 @@ class IndexField {
   void write(Settings& settings, std::int32_t index) const;
 
  private:
-  std::variant<std::int32_t Settings::*, SurveyMode Settings::*> member_;
+  std::variant<std::int32_t Settings::*, SurveyMode Settings::*, Component Settings::*,
+               DipoleMode Settings::*>
+      member_;
 };
 
 // An index setting: its field, its list, and the index that a stored value
@@ -79,8 +81,10 @@ inline constexpr IndexSetting kGpsStopBitsSetting{&Settings::gpsStopBitsIndex, c
                                                   0};
 inline constexpr IndexSetting kSurveyModeSetting{&Settings::surveyMode, choices::kSurveyModes,
                                                  modeIndex(SurveyMode::kAuto)};
-inline constexpr IndexSetting kComponentSetting{&Settings::component, choices::kComponents, 0};
-inline constexpr IndexSetting kDipoleModeSetting{&Settings::dipoleMode, choices::kDipoleModes, 0};
+inline constexpr IndexSetting kComponentSetting{&Settings::component, choices::kComponents,
+                                                modeIndex(Component::kBoth)};
+inline constexpr IndexSetting kDipoleModeSetting{&Settings::dipoleMode, choices::kDipoleModes,
+                                                 modeIndex(DipoleMode::kVertical)};
 inline constexpr IndexSetting kLineSequenceSetting{&Settings::lineSequence, choices::kLineSequences,
                                                    0};
 inline constexpr IndexSetting kLineDirectionSetting{&Settings::lineDirection,

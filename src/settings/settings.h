@@ -37,8 +37,8 @@ struct Settings {
   SurveyMode surveyModeSetting = SurveyMode::kAuto;
   float readingInterval = 0.2f;         // seconds between Auto readings
   std::int32_t samplesPerReading = 10;  // Manual averaging, 1..100
-  std::int32_t component = 0;           // 0 Both, 1 Inphase
-  std::int32_t dipoleMode = 0;          // 0 Vertical, 1 Horizontal, 2 Both
+  Component component = Component::kBoth;
+  DipoleMode dipoleMode = DipoleMode::kVertical;
   std::u16string surveyLine = u"0";
   float surveyLineValue = 0.0f;
   float lineIncrement = 1.0f;

@@ -17,8 +17,8 @@ constexpr std::size_t kMaxSettingsFileBytes = 4 * 1024 * 1024;
 struct WheelSign {
   float* increment;
 };
-using FieldRef = std::variant<std::int32_t*, SurveyMode*, Colorref*, float*, double*,
-                              std::u16string*, WheelSign>;
+using FieldRef = std::variant<std::int32_t*, SurveyMode*, Component*, DipoleMode*, Colorref*,
+                              float*, double*, std::u16string*, WheelSign>;
 using Derivation = void (*)(Settings&);
 
 struct SettingsLine {

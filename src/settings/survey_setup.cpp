@@ -39,8 +39,8 @@ void acceptSurveySetup(Settings& settings, const SurveySetupEntry& entry) {
   if (mode == SurveyMode::kAuto) acceptRate(settings, entry.rateOrSamples);
   if (mode == SurveyMode::kManual) acceptSamples(settings, entry.rateOrSamples);
   settings.stationAdvance = 0;  // the next reading is taken at the start station itself
-  settings.component = entry.component;
-  settings.dipoleMode = entry.dipoleMode;
+  settings.component = modeFromIndex<Component>(entry.component);
+  settings.dipoleMode = modeFromIndex<DipoleMode>(entry.dipoleMode);
   storeSurveyLine(settings,
                   {entry.line, entry.lineIncrement, entry.lineSequence, entry.lineDirection,
                    entry.startStation, entry.stationIncrement},

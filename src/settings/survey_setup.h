@@ -19,8 +19,8 @@ inline constexpr std::size_t kSurveySetupRateMaxLength = 32;
 struct SurveySetupEntry {
   std::int32_t mode = modeIndex(SurveyMode::kAuto);
   std::u16string rateOrSamples;  // "Readings/s" (Auto) or "Sample/Rdg" (Manual)
-  std::int32_t component = 0;
-  std::int32_t dipoleMode = 0;
+  std::int32_t component = modeIndex(Component::kBoth);
+  std::int32_t dipoleMode = modeIndex(DipoleMode::kVertical);
   std::u16string line;
   std::u16string lineIncrement;
   std::int32_t lineSequence = 0;

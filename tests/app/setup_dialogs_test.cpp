@@ -12,7 +12,7 @@
 namespace gc40 {
 namespace {
 
-Settings surveyIn(SurveyMode mode, std::int32_t dipole = 0) {
+Settings surveyIn(SurveyMode mode, DipoleMode dipole = DipoleMode::kVertical) {
   Settings settings;
   settings.surveyMode = mode;
   settings.dipoleMode = dipole;
@@ -55,10 +55,11 @@ TEST(SurveySetupModel, LeavingManualResetsDipoleBothAtOnce) {
   for (const auto& [from, dipole, to, stored, items] :
        {Case{2, 2, 0, 0, 2}, Case{2, 2, 1, 0, 2}, Case{2, 1, 0, 1, 2}, Case{0, 1, 2, 1, 3},
         Case{2, 2, 2, 2, 3}}) {
-    Settings settings = surveyIn(modeFromIndex<SurveyMode>(from), dipole);
+    Settings settings =
+        surveyIn(modeFromIndex<SurveyMode>(from), modeFromIndex<DipoleMode>(dipole));
     SurveySetupDialog dialog = openSurveySetup(settings);
     changeSurveyMode(dialog, settings, to);
-    EXPECT_EQ(std::tuple(settings.dipoleMode, dialog.controls.values.dipoleMode,
+    EXPECT_EQ(std::tuple(modeIndex(settings.dipoleMode), dialog.controls.values.dipoleMode,
                          dialog.controls.dipoleItems.size()),
               std::tuple(stored, stored, items))
         << from << dipole << to;
@@ -184,8 +185,8 @@ TEST(ProfileSetup, TracesFollowModeComponentAndDipole) {
         Case{0, 2, "00000000", "11000000"}, Case{1, 0, "00100000", "00000000"},
         Case{1, 1, "00010000", "00000000"}, Case{1, 2, "00000000", "00000000"}}) {
     for (SurveyMode mode : {SurveyMode::kAuto, SurveyMode::kWheel, SurveyMode::kManual}) {
-      Settings settings = surveyIn(mode, dipole);
-      settings.component = component;
+      Settings settings = surveyIn(mode, modeFromIndex<DipoleMode>(dipole));
+      settings.component = modeFromIndex<Component>(component);
       const ProfileTraces traces = setupProfileTraces(settings);
       std::string on;
       for (std::int32_t flag : traces.traceOn) on += static_cast<char>('0' + flag);

@@ -15,7 +15,8 @@ TEST(StatusTexts, StationFileAndTrigger) {
   EXPECT_EQ(stationText(1234567890.5), "1234567890.50");
   EXPECT_EQ(fileText(u"LONGNAME1.R40"), u"File:LONGNAME");
   EXPECT_EQ(fileText(u"ABCDEFG\U0001F600"), u"File:ABCDEFG");
-  EXPECT_EQ(dipoleModeText(1) + dipoleModeText(7), "Mode:HMode: ");  // 7: a damaged index
+  EXPECT_EQ(dipoleModeText(DipoleMode::kHorizontal) + dipoleModeText(modeFromIndex<DipoleMode>(7)),
+            "Mode:HMode: ");  // 7: a damaged index
   using Trigger = std::tuple<bool, SurveyMode, std::int32_t, const char*>;
   for (const auto& [pressed, mode, state, shown] :
        {Trigger{true, SurveyMode::kAuto, 1, "M"}, Trigger{true, SurveyMode::kWheel, -1, "M"},

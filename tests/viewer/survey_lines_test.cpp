@@ -37,7 +37,7 @@ TEST(SurveyLines, StationsFollowTheLoggerAndReadingsMergePerTrace) {
   Settings recorded;
   recorded.instrumentVariant = 1;
   recorded.surveyMode = SurveyMode::kManual;
-  recorded.dipoleMode = 2;
+  recorded.dipoleMode = DipoleMode::kBoth;
   recorded.startStation = 5.0;
   recorded.stationIncrement = 2.5f;
   recorded.surveyLine = u"10";
@@ -149,7 +149,7 @@ TEST(LineView, StrokesJoinNeighboursAndLeaveGaps) {
 TEST(SurveyLines, MutatedFilesNeverBreakTheViewer) {
   Settings recorded;
   recorded.surveyMode = SurveyMode::kManual;
-  recorded.dipoleMode = 2;
+  recorded.dipoleMode = DipoleMode::kBoth;
   RecordedFile file(recorded);
   for (int i = 0; i < 40; ++i) {
     file.reading(instrumentRecord(i % 2 ? 0x24 : 0x04, "012.3004.5", "T23"[i % 3]));
