@@ -34,7 +34,7 @@ StatusPanel::StatusPanel(bool portrait, int scale, BatterySource battery, QWidge
   setFixedSize(layout_.width, layout_.height);
 }
 
-void StatusPanel::showStatus(const Settings& settings, std::int32_t loggingState,
+void StatusPanel::showStatus(const Settings& settings, LoggingState loggingState,
                              const QString& fileBaseName, std::uint32_t tick) {
   using F = StatusField;
   showFileName(fileBaseName);
@@ -52,7 +52,7 @@ void StatusPanel::showStatus(const Settings& settings, std::int32_t loggingState
   drawBattery(tick);
 }
 
-void StatusPanel::showState(std::int32_t loggingState) {
+void StatusPanel::showState(LoggingState loggingState) {
   setText(StatusField::kState, qText(stateText(loggingState)));
 }
 
@@ -84,7 +84,7 @@ void StatusPanel::showReading(const DecodedReading& reading, const Settings& set
 }
 
 void StatusPanel::showTrigger(bool triggerPressed, SurveyMode surveyMode,
-                              std::int32_t loggingState) {
+                              LoggingState loggingState) {
   setText(StatusField::kTriggerIndicator,
           qText(triggerIndicatorText(triggerPressed, surveyMode, loggingState)));
 }

@@ -29,10 +29,10 @@ class StatusPanel : public QWidget {
   // The whole screen as the window shows it: the file (an empty name when no
   // file is open), the state, the trigger mode with the Manual label and
   // count, the station, the line and the GPS fields; the battery is asked now.
-  void showStatus(const Settings& settings, std::int32_t loggingState, const QString& fileBaseName,
+  void showStatus(const Settings& settings, LoggingState loggingState, const QString& fileBaseName,
                   std::uint32_t tick);
 
-  void showState(std::int32_t loggingState);
+  void showState(LoggingState loggingState);
   void showFileName(const QString& baseName);
   void showStation(double station);
   void showCount(std::int32_t readingsAtStation);
@@ -42,7 +42,7 @@ class StatusPanel : public QWidget {
   // Per reading: the survey's dipole mode, the values and the reading's
   // dipole and range.
   void showReading(const DecodedReading& reading, const Settings& settings);
-  void showTrigger(bool triggerPressed, SurveyMode surveyMode, std::int32_t loggingState);
+  void showTrigger(bool triggerPressed, SurveyMode surveyMode, LoggingState loggingState);
   // Asks the battery again once three minutes have passed since it was drawn.
   void refreshBattery(std::uint32_t tick);
 

@@ -1,7 +1,6 @@
 #include "logging/status_texts.h"
 
 #include "base/number_text.h"
-#include "logging/run_state.h"
 
 namespace gc40 {
 namespace {
@@ -17,13 +16,13 @@ bool isHighSurrogate(char16_t c) { return c >= 0xD800 && c <= 0xDBFF; }
 
 }  // namespace
 
-std::string_view stateText(std::int32_t loggingState) {
+std::string_view stateText(LoggingState loggingState) {
   switch (loggingState) {
-    case -1:
+    case LoggingState::kStandBy:
       return "Stand By";
-    case 0:
+    case LoggingState::kMonitor:
       return "Monitor";
-    case 1:
+    case LoggingState::kLogging:
       return "Logging";
     default:
       return "";
@@ -89,8 +88,9 @@ std::string averagingText(std::int32_t sampleIndex, std::int32_t samplesPerReadi
 }
 
 std::string_view triggerIndicatorText(bool triggerPressed, SurveyMode surveyMode,
-                                      std::int32_t loggingState) {
-  const bool manualLogging = surveyMode == SurveyMode::kManual && loggingState == kLoggingState;
+                                      LoggingState loggingState) {
+  const bool manualLogging =
+      surveyMode == SurveyMode::kManual && loggingState == LoggingState::kLogging;
   return triggerPressed && !manualLogging ? "M" : " ";
 }
 

@@ -18,8 +18,8 @@ inline constexpr std::string_view kManualStationLabel = "S  :";
 inline constexpr std::string_view kLineLabel = "Line:";
 inline constexpr std::string_view kPleaseWaitText = "Please Wait...";
 
-// "Stand By" (-1), "Monitor" (0), "Logging" (1); empty for anything else.
-std::string_view stateText(std::int32_t loggingState);
+// "Stand By", "Monitor", "Logging"; empty for anything else.
+std::string_view stateText(LoggingState loggingState);
 
 // "File:" and the first 8 characters of the data file's base name.
 std::u16string fileText(std::u16string_view baseName);
@@ -54,7 +54,7 @@ std::string averagingText(std::int32_t sampleIndex, std::int32_t samplesPerReadi
 // "M" while the trigger is pressed, except in Manual mode while logging, where
 // the trigger records readings and a mark would only flicker; else a blank.
 std::string_view triggerIndicatorText(bool triggerPressed, SurveyMode surveyMode,
-                                      std::int32_t loggingState);
+                                      LoggingState loggingState);
 
 // The battery is asked again once more than three minutes have passed since
 // it was last drawn; the tick wraps like the handheld's.

@@ -1,8 +1,9 @@
 #pragma once
-// The modes a survey is set up in. A mode's number is what the settings file
-// and the data file headers hold, and the index of its item in the dialogs'
-// choice lists. A damaged settings file may hold any other number: the fixed
-// underlying type keeps it as read, and each use decides what such a mode does.
+// The modes a survey is set up in, and the state of a logging run. A mode's
+// number is what the settings file and the data file headers hold, and the
+// index of its item in the dialogs' choice lists. A damaged settings file may
+// hold any other number: the fixed underlying type keeps it as read, and each
+// use decides what such a mode does.
 
 #include <concepts>
 #include <cstdint>
@@ -15,6 +16,13 @@ enum class DipoleMode : std::int32_t { kVertical = 0, kHorizontal = 1, kBoth = 2
 
 // Which values the survey records: conductivity and inphase, or inphase only.
 enum class Component : std::int32_t { kBoth = 0, kInphase = 1 };
+
+// What the logging screen is doing. Only the run holds it; nothing stores it.
+enum class LoggingState : std::int32_t {
+  kStandBy = -1,  // file open, not recording (also paused)
+  kMonitor = 0,   // no data file open
+  kLogging = 1,   // each accepted reading is recorded
+};
 
 template <typename T>
 concept SettingMode =

@@ -17,13 +17,17 @@ TEST(StatusTexts, StationFileAndTrigger) {
   EXPECT_EQ(fileText(u"ABCDEFG\U0001F600"), u"File:ABCDEFG");
   EXPECT_EQ(dipoleModeText(DipoleMode::kHorizontal) + dipoleModeText(modeFromIndex<DipoleMode>(7)),
             "Mode:HMode: ");  // 7: a damaged index
-  using Trigger = std::tuple<bool, SurveyMode, std::int32_t, const char*>;
-  for (const auto& [pressed, mode, state, shown] :
-       {Trigger{true, SurveyMode::kAuto, 1, "M"}, Trigger{true, SurveyMode::kWheel, -1, "M"},
-        Trigger{true, SurveyMode::kManual, 1, " "}, Trigger{true, SurveyMode::kManual, -1, "M"},
-        Trigger{true, SurveyMode::kManual, 0, "M"}, Trigger{false, SurveyMode::kAuto, 0, " "}}) {
+  using Trigger = std::tuple<bool, SurveyMode, LoggingState, const char*>;
+  for (const auto& [pressed, mode, state, shown] : {
+           Trigger{true, SurveyMode::kAuto, LoggingState::kLogging, "M"},
+           Trigger{true, SurveyMode::kWheel, LoggingState::kStandBy, "M"},
+           Trigger{true, SurveyMode::kManual, LoggingState::kLogging, " "},
+           Trigger{true, SurveyMode::kManual, LoggingState::kStandBy, "M"},
+           Trigger{true, SurveyMode::kManual, LoggingState::kMonitor, "M"},
+           Trigger{false, SurveyMode::kAuto, LoggingState::kMonitor, " "},
+       }) {
     EXPECT_EQ(triggerIndicatorText(pressed, mode, state), shown)
-        << pressed << modeIndex(mode) << state;
+        << pressed << modeIndex(mode) << static_cast<int>(state);
   }
 }
 
