@@ -7,15 +7,13 @@
 namespace gc40 {
 namespace {
 
-constexpr std::int32_t kAuto = 0;
-constexpr std::int32_t kWheel = 1;
-constexpr std::int32_t kManual = 2;
-
-std::span<const std::string_view> dipoleItemsFor(std::int32_t mode) {
-  return std::span<const std::string_view>(choices::kDipoleModes).first(mode == kManual ? 3 : 2);
+// "Both", the last dipole item, is offered in Manual only.
+std::span<const std::string_view> dipoleItemsFor(SurveyMode mode) {
+  const std::span<const std::string_view> items = choices::kDipoleModes;
+  return mode == SurveyMode::kManual ? items : items.first(items.size() - 1);
 }
 
-void showDipoleModes(SurveySetupControls& controls, const Settings& settings, std::int32_t mode) {
+void showDipoleModes(SurveySetupControls& controls, const Settings& settings, SurveyMode mode) {
   controls.dipoleItems = dipoleItemsFor(mode);
   controls.values.dipoleMode =
       selectionOf(settings, kDipoleModeSetting, controls.dipoleItems.size());
@@ -30,10 +28,10 @@ void showMode(SurveySetupModel& dialog, bool opening) {
   controls.rateReadOnly = false;
   controls.incrementLabel = u"Stn Increment";
   switch (working.modeShown) {
-    case kAuto:
+    case SurveyMode::kAuto:
       controls.values.rateOrSamples = formatFixedWide(working.readingsPerSecond, 2);
       break;
-    case kWheel:
+    case SurveyMode::kWheel:
       controls.values.rateOrSamples = u"Not Available";
       controls.rateReadOnly = true;
       controls.incrementLabel = u"Wheel Inc.";
@@ -47,6 +45,10 @@ void showMode(SurveySetupModel& dialog, bool opening) {
   controls.values.stationIncrement = formatFixedWide(working.stationIncrement, 3);
 }
 
+float& modeIncrement(SurveySetupWorking& working, SurveyMode mode) {
+  return working.modeIncrements[static_cast<std::size_t>(modeIndex(mode))];
+}
+
 }  // namespace
 
 SurveySetupModel openSurveySetup(const Settings& settings) {
@@ -54,14 +56,14 @@ SurveySetupModel openSurveySetup(const Settings& settings) {
   SurveySetupWorking& working = dialog.working;
   SurveySetupEntry& values = dialog.controls.values;
   values.mode = selectionOf(settings, kSurveyModeSetting);
-  working.modeShown = values.mode;
+  working.modeShown = modeFromIndex<SurveyMode>(values.mode);
   working.readingsPerSecond = narrowToFloat(1.0 / static_cast<double>(settings.readingInterval));
   working.samples = settings.samplesPerReading;
   working.stationIncrement = settings.stationIncrement;
   working.modeIncrements = {settings.stationIncrementAuto, settings.stationIncrementWheel,
                             settings.stationIncrementManual};
   values.component = selectionOf(settings, kComponentSetting);
-  showDipoleModes(dialog.controls, settings, values.mode);
+  showDipoleModes(dialog.controls, settings, working.modeShown);
   values.line = settings.surveyLine;
   values.lineIncrement = formatFixedWide(settings.lineIncrement, 2);
   values.lineSequence = selectionOf(settings, kLineSequenceSetting);
@@ -71,15 +73,18 @@ SurveySetupModel openSurveySetup(const Settings& settings) {
   return dialog;
 }
 
-void changeSurveyMode(SurveySetupModel& dialog, Settings& settings, std::int32_t mode) {
-  if (mode < kAuto || mode > kManual) return;
+void changeSurveyMode(SurveySetupModel& dialog, Settings& settings, std::int32_t selection) {
+  if (selection < 0 || selection >= std::ssize(choices::kSurveyModes)) return;
+  const SurveyMode mode = modeFromIndex<SurveyMode>(selection);
   SurveySetupWorking& working = dialog.working;
-  dialog.controls.values.mode = mode;
+  dialog.controls.values.mode = selection;
   if (mode != working.modeShown) {
-    if (mode != kManual && settings.dipoleMode == 2) settings.dipoleMode = 0;
+    if (mode != SurveyMode::kManual && settings.dipoleMode == DipoleMode::kBoth) {
+      settings.dipoleMode = DipoleMode::kVertical;
+    }
     showDipoleModes(dialog.controls, settings, mode);
-    working.modeIncrements[static_cast<std::size_t>(working.modeShown)] = working.stationIncrement;
-    working.stationIncrement = working.modeIncrements[static_cast<std::size_t>(mode)];
+    modeIncrement(working, working.modeShown) = working.stationIncrement;
+    working.stationIncrement = modeIncrement(working, mode);
   }
   working.modeShown = mode;
   showMode(dialog, false);
@@ -89,8 +94,9 @@ void editRateOrSamples(SurveySetupModel& dialog, std::u16string text) {
   float value = parseFloatPrefix(text);
   if (value <= 0.0f) value = 1.0f;
   dialog.controls.values.rateOrSamples = std::move(text);
-  if (dialog.working.modeShown == kAuto) dialog.working.readingsPerSecond = value;
-  if (dialog.working.modeShown == kManual) dialog.working.samples = truncateToInt32(value);
+  if (dialog.working.modeShown == SurveyMode::kAuto) dialog.working.readingsPerSecond = value;
+  if (dialog.working.modeShown == SurveyMode::kManual)
+    dialog.working.samples = truncateToInt32(value);
 }
 
 void editStationIncrement(SurveySetupModel& dialog, std::u16string text) {
@@ -101,7 +107,7 @@ void editStationIncrement(SurveySetupModel& dialog, std::u16string text) {
     working.stationIncrement = 1.0f;
     dialog.controls.values.stationIncrement = formatFixedWide(working.stationIncrement, 3);
   }
-  working.modeIncrements[static_cast<std::size_t>(working.modeShown)] = working.stationIncrement;
+  modeIncrement(working, working.modeShown) = working.stationIncrement;
 }
 
 }  // namespace gc40

@@ -30,7 +30,7 @@ struct SurveySetupControls {
 // rate or samples last typed for that mode, and each mode keeps its own
 // station increment until OK stores the one shown.
 struct SurveySetupWorking {
-  std::int32_t modeShown = 0;
+  SurveyMode modeShown = SurveyMode::kAuto;
   float readingsPerSecond = 5.0f;
   std::int32_t samples = 10;
   float stationIncrement = 1.0f;
@@ -44,10 +44,10 @@ struct SurveySetupModel {
 
 SurveySetupModel openSurveySetup(const Settings& settings);
 
-// The mode combo (620) notified with selection `mode`. Leaving Manual with
+// The mode combo (620) notified with `selection`. Leaving Manual with
 // dipole "Both" stored resets the stored dipoleMode to Vertical at once, so
 // Cancel keeps that reset. A selection outside the three modes is ignored.
-void changeSurveyMode(SurveySetupModel& dialog, Settings& settings, std::int32_t mode);
+void changeSurveyMode(SurveySetupModel& dialog, Settings& settings, std::int32_t selection);
 
 // The rate / samples edit (621) changed to `text`.
 void editRateOrSamples(SurveySetupModel& dialog, std::u16string text);

@@ -63,10 +63,10 @@ char platformMark(const Settings& settings) {
 }
 
 std::string timingField(const Settings& settings) {
-  switch (effectiveIndex(settings, kSurveyModeSetting)) {
-    case 1:
+  switch (effectiveSurveyMode(settings)) {
+    case SurveyMode::kWheel:
       return fixedField(settings.stationIncrement, 3, 7);
-    case 2:
+    case SurveyMode::kManual:
       // The count the readings were really averaged over, so a damaged
       // setting cannot widen the field.
       return rightAligned(formatInteger(effectiveSamplesPerReading(settings.samplesPerReading)), 7);

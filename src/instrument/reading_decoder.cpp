@@ -5,9 +5,6 @@
 namespace gc40 {
 namespace {
 
-constexpr std::int32_t kManualSurvey = 2;
-constexpr std::int32_t kComponentBoth = 0;
-constexpr std::int32_t kComponentInphase = 1;
 constexpr std::int32_t kShortVariant = 1;
 constexpr double kShortInphaseDivisor = 3.35;
 constexpr float kInphaseChannelFactor = -0.0025f;
@@ -53,7 +50,7 @@ Range decodeStatus(unsigned char byte, const Settings& settings, DecodedReading&
   if (n > 128) n -= 128;
   reading.mark = n >= 64 ? 'M' : 'N';
   if (n >= 64) n -= 64;
-  if (settings.surveyMode == kManualSurvey) reading.mark = 'N';
+  if (settings.surveyMode == SurveyMode::kManual) reading.mark = 'N';
   reading.dipole = n >= 32 ? 'V' : 'H';
   if (n >= 32) n -= 32;
   if (n >= 16) n -= 16;
@@ -124,10 +121,10 @@ DecodedReading decodeInstrumentRecord(std::string_view record, const Settings& s
   const float b = valueAt(record, kSecondValueOffset);
   reading.conductivity = a;
   reading.inphase = b;
-  if (settings.component == kComponentBoth) {
+  if (settings.component == Component::kBoth) {
     scaleForBoth(reading, a, b, f, settings);
     fileReading(reading, true, filed);
-  } else if (settings.component == kComponentInphase) {
+  } else if (settings.component == Component::kInphase) {
     scaleForInphase(reading, a, b, f, settings);
     fileReading(reading, false, filed);
   }

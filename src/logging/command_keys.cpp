@@ -1,7 +1,5 @@
 #include "logging/command_keys.h"
 
-#include "logging/run_state.h"
-
 namespace gc40 {
 namespace {
 
@@ -31,10 +29,11 @@ constexpr std::array<std::optional<LoggingAction>, 6> kStandByActions = {
     LoggingAction::kGo,      LoggingAction::kNewLine,   LoggingAction::kNewStation,
     LoggingAction::kComment, LoggingAction::kPopupMenu, LoggingAction::kExit};
 
-std::optional<int> letterCommand(std::int32_t loggingState, int keyCode) {
+std::optional<int> letterCommand(LoggingState loggingState, int keyCode) {
   for (const LetterKey& key : kLetterKeys) {
     if (keyCode != key.upper && keyCode != key.upper + ('a' - 'A')) continue;
-    const int command = loggingState == kMonitorState ? key.monitorCommand : key.standByCommand;
+    const int command =
+        loggingState == LoggingState::kMonitor ? key.monitorCommand : key.standByCommand;
     if (command == kNone) return std::nullopt;
     return command;
   }
@@ -61,20 +60,20 @@ bool isPauseKey(std::int32_t pauseKey, int keyCode) {
 
 }  // namespace
 
-int pauseButtonNumber(std::int32_t pauseKey, std::int32_t surveyMode) {
+int pauseButtonNumber(std::int32_t pauseKey, SurveyMode surveyMode) {
   const int number = knownPauseKey(pauseKey);
-  return surveyMode == kManualMode ? number + 4 : number;
+  return surveyMode == SurveyMode::kManual ? number + 4 : number;
 }
 
-std::optional<int> buttonCommand(std::int32_t loggingState, int id) {
+std::optional<int> buttonCommand(LoggingState loggingState, int id) {
   const int command = id - kFirstLoggingButtonId;
   if (command < 0) return std::nullopt;
-  return loggingState == kLoggingState ? 0 : command;
+  return loggingState == LoggingState::kLogging ? 0 : command;
 }
 
-std::optional<int> keyCommand(std::int32_t loggingState, std::int32_t pauseKey,
+std::optional<int> keyCommand(LoggingState loggingState, std::int32_t pauseKey,
                               std::int32_t selectedButton, int keyCode) {
-  if (loggingState == kLoggingState) {
+  if (loggingState == LoggingState::kLogging) {
     if (isPauseKey(pauseKey, keyCode)) return 0;
     return std::nullopt;
   }
@@ -82,12 +81,12 @@ std::optional<int> keyCommand(std::int32_t loggingState, std::int32_t pauseKey,
   return letterCommand(loggingState, keyCode);
 }
 
-std::optional<LoggingAction> actionFor(std::int32_t loggingState, int command) {
-  if (loggingState == kLoggingState) {
+std::optional<LoggingAction> actionFor(LoggingState loggingState, int command) {
+  if (loggingState == LoggingState::kLogging) {
     if (command == 0) return LoggingAction::kPause;
     return std::nullopt;
   }
-  const auto& actions = loggingState == kMonitorState ? kMonitorActions : kStandByActions;
+  const auto& actions = loggingState == LoggingState::kMonitor ? kMonitorActions : kStandByActions;
   if (command < 0 || command >= static_cast<int>(actions.size())) return std::nullopt;
   return actions[command];
 }

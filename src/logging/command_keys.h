@@ -7,6 +7,7 @@
 #include <optional>
 #include <string_view>
 
+#include "settings/modes.h"
 #include "ui/key_codes.h"
 
 namespace gc40 {
@@ -57,18 +58,18 @@ enum class LoggingAction {
 };
 
 // The pause button shown while logging: 0..3 by pauseKey, 4..7 in Manual.
-int pauseButtonNumber(std::int32_t pauseKey, std::int32_t surveyMode);
+int pauseButtonNumber(std::int32_t pauseKey, SurveyMode surveyMode);
 
 // The command number of a click on button `id`. While logging, every button
 // pauses; nullopt for ids below the first button.
-std::optional<int> buttonCommand(std::int32_t loggingState, int id);
+std::optional<int> buttonCommand(LoggingState loggingState, int id);
 
 // The command number of a key, or nullopt when the key means nothing in this
 // state. While logging only the pause key of the pauseKey setting counts.
-std::optional<int> keyCommand(std::int32_t loggingState, std::int32_t pauseKey,
+std::optional<int> keyCommand(LoggingState loggingState, std::int32_t pauseKey,
                               std::int32_t selectedButton, int keyCode);
 
 // What a command number does in a state; nullopt when nothing handles it.
-std::optional<LoggingAction> actionFor(std::int32_t loggingState, int command);
+std::optional<LoggingAction> actionFor(LoggingState loggingState, int command);
 
 }  // namespace gc40

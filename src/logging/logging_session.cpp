@@ -31,7 +31,7 @@ void LoggingSession::prepareRun(const ProfileTraces& traces) {
   staleTicks_ = 0;
   framer_.restartCount();
   framer_.setRecordsPerReading(1);
-  view_.showStateText(stateText(kMonitorState));
+  view_.showStateText(stateText(LoggingState::kMonitor));
   view_.showButtons({ButtonGroup::kMonitor, 0, state_.selectedButton});
 }
 
@@ -101,24 +101,25 @@ void LoggingSession::createFile() {
   dataFile_.emplace(std::move(*file));
   unsyncedSince_ = clock_.tickCount();  // the header
   view_.showFileName(fileText(windows1252ToWide(dataFile_->baseName())));
-  view_.showStateText(stateText(kStandByState));
+  view_.showStateText(stateText(LoggingState::kStandBy));
   showLineAndStation();
   showStandByButtons();
-  state_.loggingState = kStandByState;
+  state_.loggingState = LoggingState::kStandBy;
 }
 
 void LoggingSession::go() {
-  view_.showStateText(stateText(kLoggingState));
+  view_.showStateText(stateText(LoggingState::kLogging));
   state_.selectedButton = 0;
   view_.showButtons(
       {ButtonGroup::kPause,
        pauseButtonNumber(effectiveIndex(settings_, kPauseKeySetting), state_.surveyMode),
        state_.selectedButton});
-  if (state_.surveyMode != kManualMode) settings_.surveyModeSetting = state_.surveyMode;
+  if (state_.surveyMode != SurveyMode::kManual) settings_.surveyModeSetting = state_.surveyMode;
   framer_.restartCount();
   state_.beepCounter = 0;
-  framer_.setRecordsPerReading(state_.surveyMode == kAutoMode ? settings_.cyclesPerReading : 1);
-  state_.loggingState = kLoggingState;
+  framer_.setRecordsPerReading(state_.surveyMode == SurveyMode::kAuto ? settings_.cyclesPerReading
+                                                                      : 1);
+  state_.loggingState = LoggingState::kLogging;
   view_.beep();
   state_.manualTriggerLatch = kLatchSkip;
   view_.restartProfile();
@@ -131,17 +132,17 @@ void LoggingSession::pause() {
   // Closing and reopening commits what was recorded so far.
   unsyncedSince_.reset();
   if (!dataFile_->reopenAtEnd()) return abandonFile();
-  view_.showStateText(stateText(kStandByState));
+  view_.showStateText(stateText(LoggingState::kStandBy));
   showStandByButtons();
   stopTakingReadings();
-  state_.loggingState = kStandByState;
+  state_.loggingState = LoggingState::kStandBy;
 }
 
 // Back to one record per reading, as outside Logging.
 void LoggingSession::stopTakingReadings() {
   framer_.setRecordsPerReading(1);
   framer_.restartCount();
-  if (state_.surveyMode == kWheelMode) settings_.surveyModeSetting = kAutoMode;
+  if (state_.surveyMode == SurveyMode::kWheel) settings_.surveyModeSetting = SurveyMode::kAuto;
 }
 
 void LoggingSession::newLine() {
@@ -218,10 +219,8 @@ void LoggingSession::onReading(std::string_view framedRecord, std::uint32_t arri
       nextTriggerLatch(state_.manualTriggerLatch, pressed, state_.surveyMode);
   // The survey's own mode counts, not the run's, which averaging sets to Auto.
   shown.triggerIndicator =
-      triggerIndicatorText(pressed, effectiveIndex(settings_, kSurveyModeSetting),
-                           state_.loggingState)
-          .front();
-  const bool logging = state_.loggingState == kLoggingState;
+      triggerIndicatorText(pressed, effectiveSurveyMode(settings_), state_.loggingState).front();
+  const bool logging = state_.loggingState == LoggingState::kLogging;
   const bool triggered = logging && state_.manualTriggerLatch == kLatchRecord;
   bool averaged = false;
   if (triggered && state_.averagingActive == 1) {
@@ -280,7 +279,7 @@ void LoggingSession::reportConnectionBreak() {
 void LoggingSession::giveUpConnection() {
   watchStopped_ = true;
   writeNote(kConnectionEndNote);
-  state_.loggingState = kStandByState;
+  state_.loggingState = LoggingState::kStandBy;
   view_.showMessage("");
   view_.showNoConnection();
   view_.closeDialogs();
@@ -289,7 +288,7 @@ void LoggingSession::giveUpConnection() {
 
 bool LoggingSession::exitLogging(bool forced) {
   if (!running_) return true;
-  if (state_.loggingState != kMonitorState && !forced) {
+  if (state_.loggingState != LoggingState::kMonitor && !forced) {
     const bool yes = view_.confirmExit();
     // The connection watch may have ended the run while the question was up.
     if (!running_) return true;
@@ -304,7 +303,7 @@ bool LoggingSession::exitLogging(bool forced) {
 }
 
 void LoggingSession::onGpsLine(const GpsLine& line) {
-  const bool recording = state_.loggingState == kLoggingState && dataFile_;
+  const bool recording = state_.loggingState == LoggingState::kLogging && dataFile_;
   if (!gpsDisplaySuppressed_) view_.showGps(onGpsSentence(gps_, line.text, line.valid, recording));
   if (!recording) return;
   using namespace recordLetter;
@@ -316,7 +315,7 @@ void LoggingSession::onGpsLine(const GpsLine& line) {
 
 void LoggingSession::shutDown() {
   if (!running_) return;
-  if (state_.loggingState == kLoggingState) pause();
+  if (state_.loggingState == LoggingState::kLogging) pause();
   exitLogging(true);
 }
 
@@ -327,7 +326,7 @@ void LoggingSession::endRun() {
   unsyncedSince_.reset();
   gps_.gpsFixCount = 0;
   state_.keysActive = 0;
-  state_.loggingState = kMonitorState;
+  state_.loggingState = LoggingState::kMonitor;
   state_.readingsAtStation = 0;
   running_ = false;
 }
@@ -372,9 +371,9 @@ void LoggingSession::abandonFile() {
   dataFile_.reset();
   unsyncedSince_.reset();
   stopTakingReadings();
-  state_.loggingState = kMonitorState;
+  state_.loggingState = LoggingState::kMonitor;
   state_.selectedButton = 0;
-  view_.showStateText(stateText(kMonitorState));
+  view_.showStateText(stateText(LoggingState::kMonitor));
   view_.showFileName(u"");
   view_.showButtons({ButtonGroup::kMonitor, 0, state_.selectedButton});
   view_.showWriteFailure(path, reason);

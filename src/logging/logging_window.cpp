@@ -142,7 +142,7 @@ void LoggingWindow::startRun(std::unique_ptr<QSerialPort> instrumentPort) {
   reader_->start();
   connectionTimer_.start(static_cast<int>(kConnectionTimeoutMs));
   if (context_.settings.gpsEnabled == 1) openGpsPort();
-  status_->showStatus(context_.settings, kMonitorState, QString(), clock_.tickCount());
+  status_->showStatus(context_.settings, LoggingState::kMonitor, QString(), clock_.tickCount());
   if (gpsReader_) {
     const GpsStatus& gps = session_.gpsStatus();
     showGps({.activity = std::string(1, gps.gpsActivityMark),

@@ -56,8 +56,8 @@ bool triggerPressed(std::string_view record) {
   return status >= kTriggerBit;
 }
 
-std::int32_t nextTriggerLatch(std::int32_t latch, bool pressed, std::int32_t surveyMode) {
-  const bool manual = surveyMode == kManualMode;
+std::int32_t nextTriggerLatch(std::int32_t latch, bool pressed, SurveyMode surveyMode) {
+  const bool manual = surveyMode == SurveyMode::kManual;
   if (!pressed) return manual ? kLatchSkip : kLatchRecord;
   return manual && latch != kLatchSkip ? kLatchHeld : kLatchRecord;
 }
@@ -65,7 +65,7 @@ std::int32_t nextTriggerLatch(std::int32_t latch, bool pressed, std::int32_t sur
 AverageProgress addAverageSample(LoggingRunState& state, std::int32_t samplesPerReading,
                                  std::string_view record, DecodedReading& reading,
                                  FiledValues& filed) {
-  state.surveyMode = kAutoMode;
+  state.surveyMode = SurveyMode::kAuto;
   ++state.averageSampleIndex;
   const AverageProgress progress{state.averageSampleIndex,
                                  state.averageSampleIndex >= samplesPerReading};
@@ -83,7 +83,7 @@ AverageProgress addAverageSample(LoggingRunState& state, std::int32_t samplesPer
   fileAverages(reading, filed);
   sums = {};
   state.averageSampleIndex = 0;
-  state.surveyMode = kManualMode;
+  state.surveyMode = SurveyMode::kManual;
   return progress;
 }
 

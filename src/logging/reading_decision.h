@@ -22,7 +22,7 @@ bool triggerPressed(std::string_view record);
 // The next manualTriggerLatch. In Manual mode a press records one reading,
 // the first in which it is seen, and a held trigger records no more; in Auto
 // and Wheel every reading is recorded.
-std::int32_t nextTriggerLatch(std::int32_t latch, bool pressed, std::int32_t surveyMode);
+std::int32_t nextTriggerLatch(std::int32_t latch, bool pressed, SurveyMode surveyMode);
 
 struct AverageProgress {
   std::int32_t sample = 0;  // 1 .. samplesPerReading

@@ -7,8 +7,8 @@ namespace gc40 {
 LoggingRunState startingRunState(const Settings& settings, std::int32_t readingsPerStation) {
   LoggingRunState state;
   state.keysActive = 1;
-  state.surveyMode = effectiveIndex(settings, kSurveyModeSetting);
-  state.averagingActive = state.surveyMode == kManualMode &&
+  state.surveyMode = effectiveSurveyMode(settings);
+  state.averagingActive = state.surveyMode == SurveyMode::kManual &&
                           effectiveSamplesPerReading(settings.samplesPerReading) >= 2;
   state.readingsPerStation = readingsPerStation;
   state.beepInterval = readingsPerStation;

@@ -10,16 +10,6 @@
 
 namespace gc40 {
 
-// loggingState values.
-inline constexpr std::int32_t kMonitorState = 0;   // no data file open
-inline constexpr std::int32_t kStandByState = -1;  // file open, not recording (also paused)
-inline constexpr std::int32_t kLoggingState = 1;   // each accepted reading is recorded
-
-// Survey modes, as surveyMode holds them.
-inline constexpr std::int32_t kAutoMode = 0;
-inline constexpr std::int32_t kWheelMode = 1;
-inline constexpr std::int32_t kManualMode = 2;
-
 // manualTriggerLatch values.
 inline constexpr std::int32_t kLatchSkip = 0;    // do not record this reading
 inline constexpr std::int32_t kLatchRecord = 1;  // record this reading
@@ -29,11 +19,11 @@ inline constexpr std::int32_t kLatchHeld = -1;   // trigger still held since the
 using TraceFlags = std::array<std::int32_t, kTraceCount>;
 
 struct LoggingRunState {
-  std::int32_t loggingState = kMonitorState;
+  LoggingState loggingState = LoggingState::kMonitor;
   std::int32_t keysActive = 0;  // 1 while the window is in use; keys are ignored otherwise
   // The run's own copy of surveyMode: Manual averaging switches it to Auto
   // while it collects samples, so they are taken without the trigger.
-  std::int32_t surveyMode = kAutoMode;
+  SurveyMode surveyMode = SurveyMode::kAuto;
   std::int32_t manualTriggerLatch = kLatchSkip;
   std::int32_t readingsAtStation = 0;  // recorded since the station last advanced
   std::int32_t readingsPerStation = 1;

@@ -12,7 +12,6 @@ namespace gc40 {
 namespace {
 
 constexpr int kFontPixels = 14;
-constexpr std::int32_t kManualMode = 2;
 
 QRect toQRect(const FieldRect& r) { return QRect(r.x, r.y, r.width, r.height); }
 
@@ -35,12 +34,12 @@ StatusPanel::StatusPanel(bool portrait, int scale, BatterySource battery, QWidge
   setFixedSize(layout_.width, layout_.height);
 }
 
-void StatusPanel::showStatus(const Settings& settings, std::int32_t loggingState,
+void StatusPanel::showStatus(const Settings& settings, LoggingState loggingState,
                              const QString& fileBaseName, std::uint32_t tick) {
   using F = StatusField;
   showFileName(fileBaseName);
   showState(loggingState);
-  const bool manual = settings.surveyMode == kManualMode;
+  const bool manual = settings.surveyMode == SurveyMode::kManual;
   setText(F::kTriggerMode, qText(triggerModeText(settings.surveyMode)));
   setText(F::kManualLabel, manual ? qText(kManualStationLabel) : QString());
   setText(F::kCount, manual ? qText(countText(0)) : QString());
@@ -53,7 +52,7 @@ void StatusPanel::showStatus(const Settings& settings, std::int32_t loggingState
   drawBattery(tick);
 }
 
-void StatusPanel::showState(std::int32_t loggingState) {
+void StatusPanel::showState(LoggingState loggingState) {
   setText(StatusField::kState, qText(stateText(loggingState)));
 }
 

@@ -29,10 +29,10 @@ class StatusPanel : public QWidget {
   // The whole screen as the window shows it: the file (an empty name when no
   // file is open), the state, the trigger mode with the Manual label and
   // count, the station, the line and the GPS fields; the battery is asked now.
-  void showStatus(const Settings& settings, std::int32_t loggingState, const QString& fileBaseName,
+  void showStatus(const Settings& settings, LoggingState loggingState, const QString& fileBaseName,
                   std::uint32_t tick);
 
-  void showState(std::int32_t loggingState);
+  void showState(LoggingState loggingState);
   void showFileName(const QString& baseName);
   void showStation(double station);
   void showLine(const QString& surveyLine);

@@ -1,12 +1,10 @@
 #include "logging/status_texts.h"
 
 #include "base/number_text.h"
-#include "logging/run_state.h"
 
 namespace gc40 {
 namespace {
 
-constexpr std::int32_t kComponentBoth = 0;
 constexpr std::size_t kFileNameShown = 8;
 constexpr std::uint32_t kBatteryRefreshMs = 180000;
 
@@ -18,13 +16,13 @@ bool isHighSurrogate(char16_t c) { return c >= 0xD800 && c <= 0xDBFF; }
 
 }  // namespace
 
-std::string_view stateText(std::int32_t loggingState) {
+std::string_view stateText(LoggingState loggingState) {
   switch (loggingState) {
-    case -1:
+    case LoggingState::kStandBy:
       return "Stand By";
-    case 0:
+    case LoggingState::kMonitor:
       return "Monitor";
-    case 1:
+    case LoggingState::kLogging:
       return "Logging";
     default:
       return "";
@@ -38,13 +36,13 @@ std::u16string fileText(std::u16string_view baseName) {
   return u"File:" + std::u16string(shown);
 }
 
-std::string_view triggerModeText(std::int32_t surveyMode) {
+std::string_view triggerModeText(SurveyMode surveyMode) {
   switch (surveyMode) {
-    case 0:
+    case SurveyMode::kAuto:
       return "Auto";
-    case 1:
+    case SurveyMode::kWheel:
       return "Wheel";
-    case 2:
+    case SurveyMode::kManual:
       return "Manual";
     default:
       return "";
@@ -60,14 +58,15 @@ std::string stationText(double station) { return leftAligned(formatFixed(station
 
 std::string countText(std::int32_t readingsAtStation) { return formatInteger(readingsAtStation); }
 
-std::string dipoleModeText(std::int32_t dipoleMode) {
-  constexpr std::string_view kLetters = "VHB";
-  const bool known = dipoleMode >= 0 && dipoleMode < std::ssize(kLetters);
-  return std::string("Mode:") + (known ? kLetters[static_cast<std::size_t>(dipoleMode)] : ' ');
+std::string dipoleModeText(DipoleMode dipoleMode) {
+  constexpr std::string_view kLetters = "VHB";  // in list order
+  const std::int32_t index = modeIndex(dipoleMode);
+  const bool known = index >= 0 && index < std::ssize(kLetters);
+  return std::string("Mode:") + (known ? kLetters[static_cast<std::size_t>(index)] : ' ');
 }
 
-std::string conductivityText(const DecodedReading& reading, std::int32_t component, bool portrait) {
-  if (component != kComponentBoth) return "";
+std::string conductivityText(const DecodedReading& reading, Component component, bool portrait) {
+  if (component != Component::kBoth) return "";
   return "C:" + valueText(reading.conductivity) + (portrait ? "mS/m" : "");
 }
 
@@ -88,9 +87,10 @@ std::string averagingText(std::int32_t sampleIndex, std::int32_t samplesPerReadi
          leftAligned(formatInteger(samplesPerReading), 3);
 }
 
-std::string_view triggerIndicatorText(bool triggerPressed, std::int32_t surveyMode,
-                                      std::int32_t loggingState) {
-  const bool manualLogging = surveyMode == kManualMode && loggingState == kLoggingState;
+std::string_view triggerIndicatorText(bool triggerPressed, SurveyMode surveyMode,
+                                      LoggingState loggingState) {
+  const bool manualLogging =
+      surveyMode == SurveyMode::kManual && loggingState == LoggingState::kLogging;
   return triggerPressed && !manualLogging ? "M" : " ";
 }
 

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "instrument/reading_decoder.h"
+#include "settings/modes.h"
 
 namespace gc40 {
 
@@ -17,14 +18,14 @@ inline constexpr std::string_view kManualStationLabel = "S  :";
 inline constexpr std::string_view kLineLabel = "Line:";
 inline constexpr std::string_view kPleaseWaitText = "Please Wait...";
 
-// "Stand By" (-1), "Monitor" (0), "Logging" (1); empty for anything else.
-std::string_view stateText(std::int32_t loggingState);
+// "Stand By", "Monitor", "Logging"; empty for anything else.
+std::string_view stateText(LoggingState loggingState);
 
 // "File:" and the first 8 characters of the data file's base name.
 std::u16string fileText(std::u16string_view baseName);
 
-// "Auto", "Wheel", "Manual" for surveyMode 0, 1, 2; empty for anything else.
-std::string_view triggerModeText(std::int32_t surveyMode);
+// "Auto", "Wheel", "Manual"; empty for an unknown mode.
+std::string_view triggerModeText(SurveyMode surveyMode);
 
 // "%3d%%" of the charge; "AC" on a machine without a battery.
 std::string batteryText(std::optional<int> percent);
@@ -35,13 +36,13 @@ std::string stationText(double station);
 // "%1d" of the readings recorded at this station.
 std::string countText(std::int32_t readingsAtStation);
 
-// "Mode:V", "Mode:H", "Mode:B" for the survey's dipoleMode 0, 1, 2; a damaged
+// "Mode:V", "Mode:H", "Mode:B" for the survey's dipole mode; a damaged
 // setting shows a blank after the colon.
-std::string dipoleModeText(std::int32_t dipoleMode);
+std::string dipoleModeText(DipoleMode dipoleMode);
 
 // The value fields of one reading. The conductivity field is empty unless the
-// component is Both (0): an Inphase survey carries no conductivity.
-std::string conductivityText(const DecodedReading& reading, std::int32_t component, bool portrait);
+// component is Both: an Inphase survey carries no conductivity.
+std::string conductivityText(const DecodedReading& reading, Component component, bool portrait);
 std::string inphaseText(const DecodedReading& reading, bool portrait);
 
 // The reading's dipole ('V' vertical, anything else horizontal) and range.
@@ -52,8 +53,8 @@ std::string averagingText(std::int32_t sampleIndex, std::int32_t samplesPerReadi
 
 // "M" while the trigger is pressed, except in Manual mode while logging, where
 // the trigger records readings and a mark would only flicker; else a blank.
-std::string_view triggerIndicatorText(bool triggerPressed, std::int32_t surveyMode,
-                                      std::int32_t loggingState);
+std::string_view triggerIndicatorText(bool triggerPressed, SurveyMode surveyMode,
+                                      LoggingState loggingState);
 
 // The battery is asked again once more than three minutes have passed since
 // it was last drawn, across the tick counter's wrap.

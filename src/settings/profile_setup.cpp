@@ -1,27 +1,23 @@
 #include "settings/profile_setup.h"
 
 namespace gc40 {
-namespace {
-
-constexpr std::int32_t kManual = 2;
-
-}  // namespace
 
 ProfileTraces setupProfileTraces(const Settings& settings) {
   ProfileTraces traces;
   const auto& visible = settings.traceVisible;
-  const bool both = settings.component == 0;
-  const std::int32_t dipole = settings.dipoleMode;
+  const bool both = settings.component == Component::kBoth;
+  const bool vertical = settings.dipoleMode == DipoleMode::kVertical;
+  const bool horizontal = settings.dipoleMode == DipoleMode::kHorizontal;
   auto on = [&](int trace, bool drawn) { traces.traceOn[trace] = visible[trace] == 1 && drawn; };
-  if (settings.surveyMode == kManual) {
+  if (settings.surveyMode == SurveyMode::kManual) {
     // Manual may record both dipoles ("Both" is offered there only).
-    on(0, both && dipole != 1);
-    on(1, both && dipole != 0);
+    on(0, both && !horizontal);
+    on(1, both && !vertical);
   } else {
-    on(0, both && dipole == 0);
-    on(1, both && dipole == 1);
-    on(2, dipole == 0);
-    on(3, dipole == 1);
+    on(0, both && vertical);
+    on(1, both && horizontal);
+    on(2, vertical);
+    on(3, horizontal);
   }
   return traces;
 }

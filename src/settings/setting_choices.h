@@ -11,7 +11,9 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <variant>
 
+#include "settings/modes.h"
 #include "settings/settings.h"
 
 namespace gc40 {
@@ -40,10 +42,26 @@ inline constexpr std::array<std::string_view, 4> kTraceThicknesses = {"1 pixel",
 inline constexpr int kComPortCount = 12;
 }  // namespace choices
 
+// The field of an index setting, a plain index or a mode, read and written as
+// the index it holds.
+class IndexField {
+ public:
+  template <typename Field>
+  constexpr IndexField(Field Settings::*member) : member_(member) {}
+
+  std::int32_t read(const Settings& settings) const;
+  void write(Settings& settings, std::int32_t index) const;
+
+ private:
+  std::variant<std::int32_t Settings::*, SurveyMode Settings::*, Component Settings::*,
+               DipoleMode Settings::*>
+      member_;
+};
+
 // An index setting: its field, its list, and the index that a stored value
 // outside the list acts as (the field's default).
 struct IndexSetting {
-  std::int32_t Settings::*field;
+  IndexField field;
   std::span<const std::string_view> items;
   std::int32_t fallback;
 };
@@ -61,9 +79,12 @@ inline constexpr IndexSetting kGpsDataBitsSetting{&Settings::gpsDataBitsIndex, c
                                                   1};
 inline constexpr IndexSetting kGpsStopBitsSetting{&Settings::gpsStopBitsIndex, choices::kStopBits,
                                                   0};
-inline constexpr IndexSetting kSurveyModeSetting{&Settings::surveyMode, choices::kSurveyModes, 0};
-inline constexpr IndexSetting kComponentSetting{&Settings::component, choices::kComponents, 0};
-inline constexpr IndexSetting kDipoleModeSetting{&Settings::dipoleMode, choices::kDipoleModes, 0};
+inline constexpr IndexSetting kSurveyModeSetting{&Settings::surveyMode, choices::kSurveyModes,
+                                                 modeIndex(SurveyMode::kAuto)};
+inline constexpr IndexSetting kComponentSetting{&Settings::component, choices::kComponents,
+                                                modeIndex(Component::kBoth)};
+inline constexpr IndexSetting kDipoleModeSetting{&Settings::dipoleMode, choices::kDipoleModes,
+                                                 modeIndex(DipoleMode::kVertical)};
 inline constexpr IndexSetting kLineSequenceSetting{&Settings::lineSequence, choices::kLineSequences,
                                                    0};
 inline constexpr IndexSetting kLineDirectionSetting{&Settings::lineDirection,
@@ -82,6 +103,9 @@ std::optional<std::int32_t> validIndex(const Settings& settings, const IndexSett
 
 // The index the program acts on: the stored one, or the fallback.
 std::int32_t effectiveIndex(const Settings& settings, const IndexSetting& setting);
+
+// The survey mode the program acts on: the stored one, or Auto.
+SurveyMode effectiveSurveyMode(const Settings& settings);
 
 // The item text of the effective index (for status texts and file headers).
 std::string_view effectiveText(const Settings& settings, const IndexSetting& setting);

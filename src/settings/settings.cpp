@@ -33,13 +33,13 @@ void recomputeScaleFactors(Settings& settings) {
   recomputeInphaseScale(settings);
 }
 
-float* perModeStationIncrement(Settings& settings, std::int32_t mode) {
+float* perModeStationIncrement(Settings& settings, SurveyMode mode) {
   switch (mode) {
-    case 0:
+    case SurveyMode::kAuto:
       return &settings.stationIncrementAuto;
-    case 1:
+    case SurveyMode::kWheel:
       return &settings.stationIncrementWheel;
-    case 2:
+    case SurveyMode::kManual:
       return &settings.stationIncrementManual;
     default:
       return nullptr;

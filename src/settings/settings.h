@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <string>
 
+#include "settings/modes.h"
+
 namespace gc40 {
 
 using Colorref = std::uint32_t;  // 0x00BBGGRR
@@ -31,12 +33,12 @@ struct Settings {
   std::int32_t gpsStopBitsIndex = 0;  // 1 stop bit
 
   // Survey (Survey Setup).
-  std::int32_t surveyMode = 0;  // 0 Auto, 1 Wheel, 2 Manual
-  std::int32_t surveyModeSetting = 0;
+  SurveyMode surveyMode = SurveyMode::kAuto;
+  SurveyMode surveyModeSetting = SurveyMode::kAuto;
   float readingInterval = 0.2f;         // seconds between Auto readings
   std::int32_t samplesPerReading = 10;  // Manual averaging, 1..100
-  std::int32_t component = 0;           // 0 Both, 1 Inphase
-  std::int32_t dipoleMode = 0;          // 0 Vertical, 1 Horizontal, 2 Both
+  Component component = Component::kBoth;
+  DipoleMode dipoleMode = DipoleMode::kVertical;
   std::u16string surveyLine = u"0";
   float surveyLineValue = 0.0f;
   float lineIncrement = 1.0f;
@@ -87,7 +89,7 @@ void recomputeConductivityScale(Settings& settings);
 void recomputeInphaseScale(Settings& settings);
 void recomputeScaleFactors(Settings& settings);  // both
 
-// The station step remembered for a survey mode; nullptr outside 0..2.
-float* perModeStationIncrement(Settings& settings, std::int32_t mode);
+// The station step remembered for a survey mode; nullptr for an unknown mode.
+float* perModeStationIncrement(Settings& settings, SurveyMode mode);
 
 }  // namespace gc40

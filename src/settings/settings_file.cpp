@@ -17,8 +17,8 @@ constexpr std::size_t kMaxSettingsFileBytes = 4 * 1024 * 1024;
 struct WheelSign {
   float* increment;
 };
-using FieldRef =
-    std::variant<std::int32_t*, Colorref*, float*, double*, std::u16string*, WheelSign>;
+using FieldRef = std::variant<std::int32_t*, SurveyMode*, Component*, DipoleMode*, Colorref*,
+                              float*, double*, std::u16string*, WheelSign>;
 using Derivation = void (*)(Settings&);
 
 struct SettingsLine {
@@ -28,7 +28,7 @@ struct SettingsLine {
 
 void deriveSurveyModeSetting(Settings& s) { s.surveyModeSetting = s.surveyMode; }
 
-// Line 55 matters only for a mode outside 0..2: otherwise the mode's own step wins.
+// Line 55 matters only for an unknown survey mode: otherwise the mode's own step wins.
 void deriveStationState(Settings& s) {
   if (const float* perMode = perModeStationIncrement(s, s.surveyMode)) {
     s.stationIncrement = *perMode;
@@ -41,8 +41,9 @@ std::array<SettingsLine, kSettingsValueLines> settingsLines(Settings& s) {
   auto& v = s.traceVisible;
   auto& t = s.traceThickness;
   auto& c = s.traceColour;
-  const FieldRef line55 =
-      s.surveyMode == 1 ? FieldRef(WheelSign{&s.stationIncrement}) : FieldRef(&s.stationIncrement);
+  const FieldRef line55 = s.surveyMode == SurveyMode::kWheel
+                              ? FieldRef(WheelSign{&s.stationIncrement})
+                              : FieldRef(&s.stationIncrement);
   // clang-format off
   return {{
       {&s.instrumentVariant}, {&s.distanceUnits}, {&s.instrumentPort}, {&s.audioEnabled},  // 2-5
@@ -66,6 +67,10 @@ std::array<SettingsLine, kSettingsValueLines> settingsLines(Settings& s) {
 
 struct FormatValue {
   std::string operator()(const std::int32_t* value) const { return formatInteger(*value); }
+  template <SettingMode Mode>
+  std::string operator()(const Mode* value) const {
+    return formatInteger(modeIndex(*value));
+  }
   // Written as a signed 32-bit long, so colours above 0x7FFFFFFF come out negative.
   std::string operator()(const Colorref* value) const {
     return formatInteger(static_cast<std::int32_t>(*value));
@@ -82,6 +87,11 @@ struct FormatValue {
 struct ParseValue {
   std::string_view text;
   void operator()(std::int32_t* value) const { *value = parseIntegerPrefix(text); }
+  // Any number is kept, a mode the program does not know included.
+  template <SettingMode Mode>
+  void operator()(Mode* value) const {
+    *value = modeFromIndex<Mode>(parseIntegerPrefix(text));
+  }
   void operator()(Colorref* value) const {
     *value = static_cast<Colorref>(parseIntegerPrefix(text));
   }

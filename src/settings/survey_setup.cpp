@@ -33,18 +33,19 @@ void storeSurveyLine(Settings& settings, const SurveyLineEntry& entry, std::size
 }
 
 void acceptSurveySetup(Settings& settings, const SurveySetupEntry& entry) {
-  settings.surveyModeSetting = entry.mode;
-  settings.surveyMode = entry.mode;
-  if (entry.mode == 0) acceptRate(settings, entry.rateOrSamples);
-  if (entry.mode == 2) acceptSamples(settings, entry.rateOrSamples);
+  const SurveyMode mode = modeFromIndex<SurveyMode>(entry.mode);
+  settings.surveyModeSetting = mode;
+  settings.surveyMode = mode;
+  if (mode == SurveyMode::kAuto) acceptRate(settings, entry.rateOrSamples);
+  if (mode == SurveyMode::kManual) acceptSamples(settings, entry.rateOrSamples);
   settings.stationAdvance = 0;  // the next reading is taken at the start station itself
-  settings.component = entry.component;
-  settings.dipoleMode = entry.dipoleMode;
+  settings.component = modeFromIndex<Component>(entry.component);
+  settings.dipoleMode = modeFromIndex<DipoleMode>(entry.dipoleMode);
   storeSurveyLine(settings,
                   {entry.line, entry.lineIncrement, entry.lineSequence, entry.lineDirection,
                    entry.startStation, entry.stationIncrement},
                   kSurveySetupLineMaxLength);
-  if (float* perMode = perModeStationIncrement(settings, entry.mode)) {
+  if (float* perMode = perModeStationIncrement(settings, mode)) {
     *perMode = settings.stationIncrement;
   }
 }

@@ -15,11 +15,12 @@ inline constexpr std::size_t kSurveySetupLineMaxLength = 23;
 // The rate edit is read up to this many characters.
 inline constexpr std::size_t kSurveySetupRateMaxLength = 32;
 
+// The combos' selections are indexes into their choice lists.
 struct SurveySetupEntry {
-  std::int32_t mode = 0;         // 0 Auto, 1 Wheel, 2 Manual
+  std::int32_t mode = modeIndex(SurveyMode::kAuto);
   std::u16string rateOrSamples;  // "Readings/s" (Auto) or "Sample/Rdg" (Manual)
-  std::int32_t component = 0;
-  std::int32_t dipoleMode = 0;
+  std::int32_t component = modeIndex(Component::kBoth);
+  std::int32_t dipoleMode = modeIndex(DipoleMode::kVertical);
   std::u16string line;
   std::u16string lineIncrement;
   std::int32_t lineSequence = 0;

@@ -58,7 +58,7 @@ ComboBoxes<N> openComboBoxes(const Settings& settings, const ComboSettings<N>& f
 template <std::size_t N>
 void storeComboBoxes(Settings& settings, const ComboSettings<N>& fields,
                      const ComboBoxes<N>& boxes) {
-  for (std::size_t i = 0; i < N; ++i) settings.*fields[i]->field = boxes[i].selection;
+  for (std::size_t i = 0; i < N; ++i) fields[i]->field.write(settings, boxes[i].selection);
 }
 
 }  // namespace gc40

@@ -162,9 +162,9 @@ Settings recordingSettings(const std::optional<IdentificationRecord>& identifica
   settings.instrumentVariant = identification->instrumentVariant;
   settings.gpsEnabled = identification->gpsEnabled ? 1 : 0;
   settings.distanceUnits = identification->distanceUnits;
-  settings.dipoleMode = identification->dipoleMode;
-  settings.surveyMode = identification->surveyMode;
-  settings.component = identification->component;
+  settings.dipoleMode = modeFromIndex<DipoleMode>(identification->dipoleMode);
+  settings.surveyMode = modeFromIndex<SurveyMode>(identification->surveyMode);
+  settings.component = modeFromIndex<Component>(identification->component);
   return settings;
 }
 

@@ -12,7 +12,7 @@
 namespace gc40 {
 namespace {
 
-Settings surveyIn(std::int32_t mode, std::int32_t dipole = 0) {
+Settings surveyIn(SurveyMode mode, DipoleMode dipole = DipoleMode::kVertical) {
   Settings settings;
   settings.surveyMode = mode;
   settings.dipoleMode = dipole;
@@ -26,7 +26,7 @@ Settings surveyIn(std::int32_t mode, std::int32_t dipole = 0) {
 // OK stores only the step shown, into the chosen mode. A zero step cannot
 // stay in the edit.
 TEST(SurveySetupModel, ModeChangesShowEachModesOwnValues) {
-  Settings settings = surveyIn(0);
+  Settings settings = surveyIn(SurveyMode::kAuto);
   SurveySetupModel dialog = openSurveySetup(settings);
   const SurveySetupControls& c = dialog.controls;
   editRateOrSamples(dialog, u"-3");  // no rate below 1 per second
@@ -51,14 +51,15 @@ TEST(SurveySetupModel, ModeChangesShowEachModesOwnValues) {
 // Leaving Manual with "Both" stored resets the stored dipole at once, so a
 // Cancel (storing nothing more) keeps it; other dipoles survive mode changes.
 TEST(SurveySetupModel, LeavingManualResetsDipoleBothAtOnce) {
-  using Case = std::tuple<int, int, int, int, std::size_t>;
+  using Case = std::tuple<int, int, int, int, std::size_t>;  // modes and dipoles as list indexes
   for (const auto& [from, dipole, to, stored, items] :
        {Case{2, 2, 0, 0, 2}, Case{2, 2, 1, 0, 2}, Case{2, 1, 0, 1, 2}, Case{0, 1, 2, 1, 3},
         Case{2, 2, 2, 2, 3}}) {
-    Settings settings = surveyIn(from, dipole);
+    Settings settings =
+        surveyIn(modeFromIndex<SurveyMode>(from), modeFromIndex<DipoleMode>(dipole));
     SurveySetupModel dialog = openSurveySetup(settings);
     changeSurveyMode(dialog, settings, to);
-    EXPECT_EQ(std::tuple(settings.dipoleMode, dialog.controls.values.dipoleMode,
+    EXPECT_EQ(std::tuple(modeIndex(settings.dipoleMode), dialog.controls.values.dipoleMode,
                          dialog.controls.dipoleItems.size()),
               std::tuple(stored, stored, items))
         << from << dipole << to;
@@ -96,7 +97,7 @@ TEST(SurveySetup, StoresTheSurveyAndTheChosenModesOwnStep) {
   EXPECT_EQ(s.surveyLine, u"A1-North-\u00c9ast-012345678");  // 23 characters
   EXPECT_EQ(std::tuple(s.surveyModeSetting, s.surveyLineValue, s.lineIncrement, s.lineSequence,
                        s.lineDirection, s.currentStation),
-            std::tuple(1, 0.0f, -2.5f, 1, 3, 1250.125));
+            std::tuple(SurveyMode::kWheel, 0.0f, -2.5f, 1, 3, 1250.125));
   EXPECT_EQ(std::tuple(s.stationIncrement, s.stationIncrementAuto, s.stationIncrementWheel,
                        s.stationIncrementManual),
             std::tuple(-0.25f, 1.0f, -0.25f, 2.0f));
@@ -183,15 +184,16 @@ TEST(ProfileSetup, TracesFollowModeComponentAndDipole) {
        {Case{0, 0, "10100000", "10000000"}, Case{0, 1, "01010000", "01000000"},
         Case{0, 2, "00000000", "11000000"}, Case{1, 0, "00100000", "00000000"},
         Case{1, 1, "00010000", "00000000"}, Case{1, 2, "00000000", "00000000"}}) {
-    for (int mode : {0, 1, 2}) {
-      Settings settings = surveyIn(mode, dipole);
-      settings.component = component;
+    for (SurveyMode mode : {SurveyMode::kAuto, SurveyMode::kWheel, SurveyMode::kManual}) {
+      Settings settings = surveyIn(mode, modeFromIndex<DipoleMode>(dipole));
+      settings.component = modeFromIndex<Component>(component);
       const ProfileTraces traces = setupProfileTraces(settings);
       std::string on;
       for (std::int32_t flag : traces.traceOn) on += static_cast<char>('0' + flag);
       using Flags = std::pair<std::string, int>;
-      EXPECT_EQ(Flags(on, traces.readingsPerStation), Flags(mode == 2 ? manual : timed, 1))
-          << mode << component << dipole;
+      EXPECT_EQ(Flags(on, traces.readingsPerStation),
+                Flags(mode == SurveyMode::kManual ? manual : timed, 1))
+          << modeIndex(mode) << component << dipole;
     }
   }
 }

@@ -70,7 +70,8 @@ const std::vector<std::pair<std::string, bool>> kSentences = {
 // and, after the pause, "C" at 720.
 std::string writtenFile() {
   Settings settings;
-  settings.gpsEnabled = 1, settings.surveyMode = 1, settings.stationIncrement = 2.5f;
+  settings.gpsEnabled = 1, settings.surveyMode = SurveyMode::kWheel,
+  settings.stationIncrement = 2.5f;
   settings.surveyLine = u"North 7", settings.startStation = 100.0, settings.lineDirection = 2;
   settings.currentStation = 123456789.5;
   TempFolder folder;

@@ -27,16 +27,19 @@ constexpr LocalTime kNow{2026, 3, 15, 14, 5, 9, 123};
 // Pairs of (formatted, expected).
 std::vector<std::pair<std::string, std::string>> cases() {
   Settings all;  // every choice away from its default
-  all.instrumentVariant = 1, all.gpsEnabled = 1, all.distanceUnits = 1, all.dipoleMode = 2;
-  all.surveyMode = 2, all.component = 1, all.portraitScreen = 1, all.samplesPerReading = 250;
+  all.instrumentVariant = 1, all.gpsEnabled = 1, all.distanceUnits = 1;
+  all.dipoleMode = DipoleMode::kBoth, all.surveyMode = SurveyMode::kManual;
+  all.component = Component::kInphase, all.portraitScreen = 1, all.samplesPerReading = 250;
   Settings damaged;  // indexes outside their lists act as the defaults
   damaged.instrumentVariant = 7, damaged.gpsEnabled = -1, damaged.distanceUnits = 9;
-  damaged.dipoleMode = 3, damaged.surveyMode = -5, damaged.component = 2;
+  damaged.dipoleMode = modeFromIndex<DipoleMode>(3);
+  damaged.surveyMode = modeFromIndex<SurveyMode>(-5);
+  damaged.component = modeFromIndex<Component>(2);
   damaged.useStorageFolder = 0, damaged.lineDirection = 9;
   damaged.stationIncrement = NAN, damaged.startStation = -INFINITY;
   Settings line;
   line.surveyLine = u"LINE-123456", line.startStation = 123456789.5, line.lineDirection = 3;
-  line.surveyMode = 1, line.stationIncrement = -0.25f;
+  line.surveyMode = SurveyMode::kWheel, line.stationIncrement = -0.25f;
   Settings wide;
   wide.surveyLine = u"\u00e9\u03a9ab", wide.readingInterval = 1e20f;
   constexpr std::uint32_t kLateTick = 3000000000u;  // written as -1294967296, cut to 10

@@ -20,14 +20,17 @@ std::string record(unsigned char status, std::string_view values) {
 }
 
 Settings settingsFor(std::int32_t component, std::int32_t variant, std::int32_t surveyMode) {
-  return {.instrumentVariant = variant, .surveyMode = surveyMode, .component = component};
+  return {.instrumentVariant = variant,
+          .surveyMode = modeFromIndex<SurveyMode>(surveyMode),
+          .component = modeFromIndex<Component>(component)};
 }
 
 // Only the dipole the reading was taken in has valid slots, holding its
 // values (compared as bits, so NaN too); every other word is 0.
-void expectFiledUnder(const DecodedReading& r, const FiledValues& filed, std::int32_t component) {
+void expectFiledUnder(const DecodedReading& r, const FiledValues& filed, Component component) {
   const auto bits = [](float value) { return std::bit_cast<std::uint32_t>(value); };
-  const bool v = r.dipole == 'V', both = component == 0, inphase = both || component == 1;
+  const bool v = r.dipole == 'V', both = component == Component::kBoth;
+  const bool inphase = both || component == Component::kInphase;
   const std::array<std::uint32_t, 8> expected = {
       v && both ? bits(r.conductivity) : 0,  v && both,
       !v && both ? bits(r.conductivity) : 0, !v && both,
@@ -61,13 +64,13 @@ TEST(ReadingDecoder, StatusExamplesGiveTheirValues) {
       Case{0x02, 2, 0, 0, "12",         {12.0f,  0.0f,     'H', 10,   'N', 0}}}) {
     // clang-format on
     FiledValues filed{9, 1, 9, 1, 9, 1, 9, 1};  // left from an earlier reading
-    const DecodedReading r = decodeInstrumentRecord(record(status, values),
-                                                    settingsFor(component, variant, mode), filed);
+    const Settings settings = settingsFor(component, variant, mode);
+    const DecodedReading r = decodeInstrumentRecord(record(status, values), settings, filed);
     const auto fields = [](const DecodedReading& d) {
       return std::tuple(d.conductivity, d.inphase, d.dipole, d.range, d.mark, d.channelFlag);
     };
     EXPECT_EQ(fields(r), fields(expected)) << "status " << int{status} << " " << component;
-    expectFiledUnder(r, filed, component);
+    expectFiledUnder(r, filed, settings.component);
   }
 }
 
@@ -86,10 +89,11 @@ TEST(ReadingDecoder, EveryStatusByteAndSettingDecodesConsistently) {
         const DecodedReading r = decodeInstrumentRecord(
             record(static_cast<unsigned char>(status), values), settings, filed);
         ASSERT_EQ(r.channelFlag, static_cast<std::uint32_t>(status & 1));
-        ASSERT_EQ(r.mark, (is128 || status & 64) && settings.surveyMode != 2 ? 'M' : 'N');
+        ASSERT_EQ(r.mark,
+                  (is128 || status & 64) && settings.surveyMode != SurveyMode::kManual ? 'M' : 'N');
         ASSERT_EQ(r.dipole, is128 || status & 32 ? 'V' : 'H');
         ASSERT_EQ(r.range, code == 2 ? 10 : code == 4 ? 100 : 1000) << status;
-        if (settings.component == 0 && values[0] == '4') {
+        if (settings.component == Component::kBoth && values[0] == '4') {
           ASSERT_EQ(r.conductivity, 4.0f * factor) << status;
         }
         expectFiledUnder(r, filed, settings.component);

@@ -58,7 +58,7 @@ TEST(Battery, AskedAtMostEveryThreeMinutes) {
   StatusPanel panel(false, 1, [&asked]() -> std::optional<int> {
     return ++asked == 1 ? std::optional(5) : std::nullopt;
   });
-  panel.showStatus(Settings{}, 0, QString(), 1000);
+  panel.showStatus(Settings{}, LoggingState::kMonitor, QString(), 1000);
   EXPECT_EQ(panel.text(StatusField::kBattery), "  5%");
   panel.refreshBattery(181000);
   EXPECT_EQ(asked, 1);

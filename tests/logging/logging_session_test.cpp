@@ -156,22 +156,22 @@ TEST_F(LoggingRun, WalksFromMonitorToLoggingAndBackWithItsNotes) {
   start();
   view.fileName.clear();
   session.onKey(kKeyReturn);  // Create File, cancelled
-  EXPECT_EQ(session.state().loggingState, kMonitorState);
+  EXPECT_EQ(session.state().loggingState, LoggingState::kMonitor);
   view.fileName = "RUN123456.R40";
   session.onButton(460);
-  EXPECT_EQ(session.state().loggingState, kStandByState);
+  EXPECT_EQ(session.state().loggingState, LoggingState::kStandBy);
   EXPECT_TRUE(view.called("File:RUN12345"));
   reading(kReleased);  // shown, not recorded
 
   session.onKey(kKeyReturn);  // Go
-  EXPECT_EQ(session.state().loggingState, kLoggingState);
+  EXPECT_EQ(session.state().loggingState, LoggingState::kLogging);
   EXPECT_TRUE(view.called("pause button 1") && view.called("beep"));
   EXPECT_EQ(framer.recordsPerReading(), 3);
   reading(kReleased, "100.0", "-02.0");
   session.onKey('x');  // not the pause key
   reading(kReleased, "200.0", "-03.0");
   session.onButton(465);  // any button pauses
-  EXPECT_EQ(session.state().loggingState, kStandByState);
+  EXPECT_EQ(session.state().loggingState, LoggingState::kStandBy);
   EXPECT_EQ(framer.recordsPerReading(), 1);
   reading(kReleased);
 
@@ -193,7 +193,7 @@ TEST_F(LoggingRun, WalksFromMonitorToLoggingAndBackWithItsNotes) {
 // Held over several readings the trigger records one; released and pressed
 // again it records the next. Before logging it only shows.
 TEST_F(LoggingRun, ManualTriggerRecordsOneReadingPerPress) {
-  settings.surveyMode = kManualMode;
+  settings.surveyMode = SurveyMode::kManual;
   settings.samplesPerReading = 1;
   start();
   reading(kPressed);
@@ -207,7 +207,7 @@ TEST_F(LoggingRun, ManualTriggerRecordsOneReadingPerPress) {
 }
 
 TEST_F(LoggingRun, ManualAverageOfThreeSamplesIsRecordedAsOneReading) {
-  settings.surveyMode = kManualMode;
+  settings.surveyMode = SurveyMode::kManual;
   settings.samplesPerReading = 3;
   startLogging();
   reading(kPressed, "010.0", "-01.5");
@@ -341,7 +341,7 @@ TEST_F(LoggingRun, AFullDeviceStopsTheRecordingAtItsLastWholeRecord) {
     for (int i = 0; i < 2; ++i) reading(kReleased);
     gpsBytes(gga + "\r\n", 1);  // four records and the "!": the third is cut short
     reading(kReleased);
-    EXPECT_EQ(session.state().loggingState, kMonitorState);
+    EXPECT_EQ(session.state().loggingState, LoggingState::kMonitor);
     session.onKey(' ');  // Monitor has no pause
   }
   std::vector<bool> recorded;

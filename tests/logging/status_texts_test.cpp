@@ -15,12 +15,19 @@ TEST(StatusTexts, StationFileAndTrigger) {
   EXPECT_EQ(stationText(1234567890.5), "1234567890.50");
   EXPECT_EQ(fileText(u"LONGNAME1.R40"), u"File:LONGNAME");
   EXPECT_EQ(fileText(u"ABCDEFG\U0001F600"), u"File:ABCDEFG");
-  EXPECT_EQ(dipoleModeText(1) + dipoleModeText(7), "Mode:HMode: ");  // 7: a damaged index
-  using Trigger = std::tuple<bool, std::int32_t, std::int32_t, const char*>;
-  for (const auto& [pressed, mode, state, shown] :
-       {Trigger{true, 0, 1, "M"}, Trigger{true, 1, -1, "M"}, Trigger{true, 2, 1, " "},
-        Trigger{true, 2, -1, "M"}, Trigger{true, 2, 0, "M"}, Trigger{false, 0, 0, " "}}) {
-    EXPECT_EQ(triggerIndicatorText(pressed, mode, state), shown) << pressed << mode << state;
+  EXPECT_EQ(dipoleModeText(DipoleMode::kHorizontal) + dipoleModeText(modeFromIndex<DipoleMode>(7)),
+            "Mode:HMode: ");  // 7: a damaged index
+  using Trigger = std::tuple<bool, SurveyMode, LoggingState, const char*>;
+  for (const auto& [pressed, mode, state, shown] : {
+           Trigger{true, SurveyMode::kAuto, LoggingState::kLogging, "M"},
+           Trigger{true, SurveyMode::kWheel, LoggingState::kStandBy, "M"},
+           Trigger{true, SurveyMode::kManual, LoggingState::kLogging, " "},
+           Trigger{true, SurveyMode::kManual, LoggingState::kStandBy, "M"},
+           Trigger{true, SurveyMode::kManual, LoggingState::kMonitor, "M"},
+           Trigger{false, SurveyMode::kAuto, LoggingState::kMonitor, " "},
+       }) {
+    EXPECT_EQ(triggerIndicatorText(pressed, mode, state), shown)
+        << pressed << modeIndex(mode) << static_cast<int>(state);
   }
 }
 

@@ -52,7 +52,7 @@ TEST(SettingsFile, EveryFieldIsReadFromItsLineAndWrittenBackTheSameInACommaLocal
   EXPECT_EQ(
       std::tuple(s.gpsDataBitsIndex, s.gpsParity, s.gpsStopBitsIndex, s.surveyMode, s.component,
                  s.dipoleMode, s.samplesPerReading, s.lineSequence, s.lineDirection),
-      std::tuple(0, 2, 1, 2, 1, 2, 100, 1, 3));
+      std::tuple(0, 2, 1, SurveyMode::kManual, Component::kInphase, DipoleMode::kBoth, 100, 1, 3));
   EXPECT_EQ(s.traceThickness, (std::array{1, 3, 4, 2, 4, 3, 2, 1}));
   EXPECT_EQ(s.traceColour[5], 0x80000001u);
   EXPECT_EQ(std::tuple(s.conductivityScaleMin, s.inphaseScaleMax, s.stationIncrementWheel,
@@ -91,7 +91,7 @@ TEST(SettingsFile, MissingOrOldFilesGetTheDefaultsAndOddLinesReadSafely) {
 
 TEST(SettingsFile, WheelModeSavesOnlyTheSignOfTheStep) {
   Settings s;
-  s.surveyMode = 1;
+  s.surveyMode = SurveyMode::kWheel;
   for (const auto& [step, line] : {std::pair{0.0f, "1.000000\r\n"}, {-0.5f, "-1.000000\r\n"}}) {
     s.stationIncrement = step;
     EXPECT_EQ(settingsFileLines(s).back(), line);

@@ -36,8 +36,8 @@ std::vector<double> entryStations(const SurveyLine& line) {
 TEST(SurveyLines, StationsFollowTheLoggerAndReadingsMergePerTrace) {
   Settings recorded;
   recorded.instrumentVariant = 1;
-  recorded.surveyMode = 2;
-  recorded.dipoleMode = 2;
+  recorded.surveyMode = SurveyMode::kManual;
+  recorded.dipoleMode = DipoleMode::kBoth;
   recorded.startStation = 5.0;
   recorded.stationIncrement = 2.5f;
   recorded.surveyLine = u"10";
@@ -148,8 +148,8 @@ TEST(LineView, StrokesJoinNeighboursAndLeaveGaps) {
 // nothing crashes or hangs, and every reading the reader found is placed.
 TEST(SurveyLines, MutatedFilesNeverBreakTheViewer) {
   Settings recorded;
-  recorded.surveyMode = 2;
-  recorded.dipoleMode = 2;
+  recorded.surveyMode = SurveyMode::kManual;
+  recorded.dipoleMode = DipoleMode::kBoth;
   RecordedFile file(recorded);
   for (int i = 0; i < 40; ++i) {
     file.reading(instrumentRecord(i % 2 ? 0x24 : 0x04, "012.3004.5", "T23"[i % 3]));

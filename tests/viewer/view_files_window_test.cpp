@@ -44,7 +44,7 @@ std::string valuesAt(int k) {
 // short instrument, vertical dipole.
 std::string surveyFile() {
   Settings recorded;
-  recorded.surveyMode = 1;
+  recorded.surveyMode = SurveyMode::kWheel;
   recorded.instrumentVariant = 1;
   recorded.surveyLine = u"7";
   RecordedFile file(recorded);
@@ -121,7 +121,7 @@ TEST_P(ViewFilesScreen, OpensAFileAndWalksTheChosenLine) {
 
   Settings recorded;
   recorded.instrumentVariant = 1;
-  recorded.surveyMode = 1;
+  recorded.surveyMode = SurveyMode::kWheel;
   // What the readout must say at station k: the decoded values of its reading.
   const auto expected = [&recorded](int k) {
     FiledValues filed;
