@@ -1,10 +1,13 @@
 #!/usr/bin/env bash
 # Builds gc40 with AddressSanitizer and UndefinedBehaviorSanitizer and runs
-# every test; exits non-zero on any failure.
+# every test; exits non-zero on any failure. Under CI (CI=true) a compiler
+# warning fails the build.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/common.sh
-gc40_build build/test -DCMAKE_BUILD_TYPE=Debug -DGC40_SANITIZE=ON
+werror=OFF
+[ "${CI:-}" = true ] && werror=ON
+gc40_build build/test -DCMAKE_BUILD_TYPE=Debug -DGC40_SANITIZE=ON -DGC40_WERROR=$werror
 
 export ASAN_OPTIONS="detect_leaks=1:abort_on_error=1:strict_string_checks=1"
 export UBSAN_OPTIONS="print_stacktrace=1:halt_on_error=1"
