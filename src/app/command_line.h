@@ -25,13 +25,17 @@ struct CommandLine {
   bool remoteControl = false;  // --control: keys from standard input, for scripted runs
   bool help = false;
   bool version = false;
+  // Qt's own options (-platform offscreen, -style=fusion ...), in their order,
+  // for the application object.
+  std::vector<std::string_view> qtArguments;
 };
 
 struct CommandLineError {
   std::string message;
 };
 
-// The arguments after the program name.
+// The arguments after the program name. They are parsed before any window
+// system is touched, so --help, --version and mistakes need no display.
 std::variant<CommandLine, CommandLineError> parseCommandLine(
     std::span<const std::string_view> arguments);
 

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <cstdlib>
 #include <iostream>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -53,7 +54,14 @@ int runLogger(int argc, char** argv) {
     std::cerr << "gc40: " << *error << "\n";
     return 1;
   }
-  QApplication application(argc, argv);
+  // Qt gets only its own options: the rest are ours and already taken.
+  std::vector<std::string> qtArguments{argv[0]};
+  qtArguments.insert(qtArguments.end(), options.qtArguments.begin(), options.qtArguments.end());
+  std::vector<char*> qtArgv;
+  for (std::string& argument : qtArguments) qtArgv.push_back(argument.data());
+  int qtArgc = static_cast<int>(qtArgv.size());
+  qtArgv.push_back(nullptr);
+  QApplication application(qtArgc, qtArgv.data());
   // From here on a stop signal ends the program in order: see endOnStopSignal.
   gc40::StopSignalWatch stopSignals;
   if (std::string error; !stopSignals.start(&error)) std::cerr << "gc40: " << error << "\n";
