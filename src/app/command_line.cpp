@@ -81,6 +81,8 @@ bool applyFlag(std::string_view argument, CommandLine& options) {
     options.simulate = true;
   } else if (argument == "--control") {
     options.remoteControl = true;
+  } else if (argument == "--list-ports") {
+    options.listPorts = true;
   } else {
     return false;
   }
@@ -156,6 +158,7 @@ std::string usageText() {
          "  --landscape         320 x 240 layout (the default)\n"
          "  --portrait          240 x 320 layout\n"
          "  --scale N           draw the window N times its layout size (1..8)\n"
+         "  --list-ports        list the port map and the serial adapters found, and exit\n"
          "  --help              show this help and exit\n"
          "  --version           show the version and exit\n"
          "\n"

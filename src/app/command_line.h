@@ -23,6 +23,7 @@ struct CommandLine {
   std::optional<std::filesystem::path> rawLogFolder;  // --raw-log: capture port bytes here
   bool simulate = false;       // the instrument is gc40-sim on a pseudo-terminal
   bool remoteControl = false;  // --control: keys from standard input, for scripted runs
+  bool listPorts = false;      // --list-ports: print the port map and the adapters found
   bool help = false;
   bool version = false;
   // Qt's own options (-platform offscreen, -style=fusion ...), in their order,

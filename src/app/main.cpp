@@ -17,6 +17,7 @@
 #include "platform/keep_alive.h"
 #include "platform/qt_text.h"
 #include "platform/remote_control.h"
+#include "platform/serial_port_info.h"
 #include "platform/single_instance.h"
 #include "platform/stop_signal_watch.h"
 #include "platform/storage.h"
@@ -49,6 +50,10 @@ int runLogger(int argc, char** argv) {
     return 0;
   }
   const char* home = std::getenv("HOME");
+  if (options.listPorts) {
+    std::cout << gc40::portListing(options, home, gc40::findSerialAdapters(), std::cerr);
+    return 0;
+  }
   const gc40::StorageRoot storage{options.storage.value_or(gc40::defaultStorageRoot(home))};
   if (const std::optional<std::string> error = gc40::prepareStorage(storage)) {
     std::cerr << "gc40: " << *error << "\n";

@@ -96,11 +96,12 @@ TEST(Startup, AnswersWithoutADisplayAndHandsQtItsOptions) {
   };
   for (const auto& [arguments, exitCode, output] :
        {Run{{"--version"}, 0, version}, Run{{"-platform", "offscreen", "--version"}, 0, version},
-        Run{{"--scale", "9"}, 2, ""}}) {
+        Run{{"--scale", "9"}, 2, ""}, Run{{"--list-ports"}, 0, "Port map ("}}) {
     const auto gc40 = startGc40(arguments, folder.path(), noDisplay);
     EXPECT_TRUE(gc40->readAll().starts_with(output)) << arguments.front();
     EXPECT_EQ(gc40->waitForExit(10s), exitCode) << arguments.front();
   }
+  EXPECT_FALSE(std::filesystem::exists(folder.path() / "GC40"));  // --list-ports only reads
   EXPECT_TRUE(startsAndKeepsRunning(folder.path(), {"-platform", "offscreen"}, noDisplay))
       << readBytes(folder.path() / "errors.txt");
 }
