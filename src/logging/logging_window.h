@@ -114,6 +114,7 @@ class LoggingWindow : public QWidget, private LoggingView {
   InstrumentReader* reader_ = nullptr;
   PortReader* gpsReader_ = nullptr;
   GpsLineAssembler gpsLines_;
+  QString openFile_;  // the data file's path while one is open, for the file log
   bool shuttingDown_ = false;
 };
 
