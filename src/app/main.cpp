@@ -63,6 +63,7 @@ int runLogger(int argc, char** argv) {
   std::vector<std::string> qtArguments{argv[0]};
   qtArguments.insert(qtArguments.end(), options.qtArguments.begin(), options.qtArguments.end());
   std::vector<char*> qtArgv;
+  qtArgv.reserve(qtArguments.size() + 1);
   for (std::string& argument : qtArguments) qtArgv.push_back(argument.data());
   int qtArgc = static_cast<int>(qtArgv.size());
   qtArgv.push_back(nullptr);
