@@ -1,11 +1,21 @@
 #!/usr/bin/env bash
 # Builds gc40 with AddressSanitizer and UndefinedBehaviorSanitizer and runs
-# every test; exits non-zero on any failure.
+# every test, then the static checks (scripts/lint.sh) where their tools are
+# installed; exits non-zero on any failure. Under CI (CI=true) a compiler
+# warning fails the build.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/common.sh
-gc40_build build/test -DCMAKE_BUILD_TYPE=Debug -DGC40_SANITIZE=ON
+werror=OFF
+[ "${CI:-}" = true ] && werror=ON
+gc40_build build/test -DCMAKE_BUILD_TYPE=Debug -DGC40_SANITIZE=ON -DGC40_WERROR=$werror
 
 export ASAN_OPTIONS="detect_leaks=1:abort_on_error=1:strict_string_checks=1"
 export UBSAN_OPTIONS="print_stacktrace=1:halt_on_error=1"
 ctest --test-dir build/test --output-on-failure -j "$(nproc)" --timeout 300
+
+if command -v clang-format >/dev/null && command -v run-clang-tidy >/dev/null; then
+  scripts/lint.sh build/test
+else
+  echo "gc40: clang-format or run-clang-tidy not installed; static checks skipped"
+fi

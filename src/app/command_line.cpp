@@ -1,5 +1,7 @@
 #include "app/command_line.h"
 
+#include <algorithm>
+
 #include "app/version.h"
 #include "base/number_text.h"
 
@@ -33,6 +35,38 @@ std::optional<int> parseScale(std::string_view text) {
   return scale;
 }
 
+// The options Qt's application object documents and takes out of the command
+// line itself; they are handed on to it untouched.
+constexpr std::string_view kQtOptionsWithValue[] = {
+    "-platform",        "-platformpluginpath", "-platformtheme", "-plugin",
+    "-qwindowgeometry", "-qwindowicon",        "-qwindowtitle",  "-session",
+    "-display",         "-geometry",           "-style",         "-stylesheet"};
+constexpr std::string_view kQtFlags[] = {"-reverse", "-widgetcount"};
+constexpr std::string_view kQtJoinedOptions[] = {"-style=", "-stylesheet=", "-qmljsdebugger="};
+
+// Takes one of Qt's options (and its value) into options.qtArguments; false
+// when `arguments[i]` is none of them.
+bool takeQtOption(std::span<const std::string_view> arguments, std::size_t& i, CommandLine& options,
+                  std::string& error) {
+  const std::string_view argument = arguments[i];
+  const auto is = [argument](std::string_view name) { return argument == name; };
+  const auto startsWith = [argument](std::string_view prefix) {
+    return argument.size() > prefix.size() && argument.starts_with(prefix);
+  };
+  if (std::ranges::any_of(kQtFlags, is) || std::ranges::any_of(kQtJoinedOptions, startsWith)) {
+    options.qtArguments.push_back(argument);
+    return true;
+  }
+  if (!std::ranges::any_of(kQtOptionsWithValue, is)) return false;
+  if (i + 1 >= arguments.size()) {
+    error = std::string(argument) + " needs a value";
+    return true;
+  }
+  options.qtArguments.push_back(argument);
+  options.qtArguments.push_back(arguments[++i]);
+  return true;
+}
+
 // Options without a value; false when `argument` is none of them.
 bool applyFlag(std::string_view argument, CommandLine& options) {
   if (argument == "--help" || argument == "-h") {
@@ -47,6 +81,8 @@ bool applyFlag(std::string_view argument, CommandLine& options) {
     options.simulate = true;
   } else if (argument == "--control") {
     options.remoteControl = true;
+  } else if (argument == "--list-ports") {
+    options.listPorts = true;
   } else {
     return false;
   }
@@ -58,6 +94,7 @@ bool applyArgument(std::span<const std::string_view> arguments, std::size_t& i,
                    CommandLine& options, std::string& error) {
   const std::string_view argument = arguments[i];
   if (applyFlag(argument, options)) return true;
+  if (takeQtOption(arguments, i, options, error)) return error.empty();
   if (const auto value = optionValue(arguments, i, "--storage", &error)) {
     if (value->empty()) error = "--storage needs a folder";
     options.storage = std::filesystem::path(*value);
@@ -121,8 +158,11 @@ std::string usageText() {
          "  --landscape         320 x 240 layout (the default)\n"
          "  --portrait          240 x 320 layout\n"
          "  --scale N           draw the window N times its layout size (1..8)\n"
+         "  --list-ports        list the port map and the serial adapters found, and exit\n"
          "  --help              show this help and exit\n"
-         "  --version           show the version and exit\n";
+         "  --version           show the version and exit\n"
+         "\n"
+         "Qt's own options, such as -platform NAME and -style NAME, are passed on to Qt.\n";
 }
 
 std::string versionText() { return std::string("gc40 ") + std::string(kGc40Version) + "\n"; }

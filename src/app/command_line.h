@@ -23,15 +23,20 @@ struct CommandLine {
   std::optional<std::filesystem::path> rawLogFolder;  // --raw-log: capture port bytes here
   bool simulate = false;       // the instrument is gc40-sim on a pseudo-terminal
   bool remoteControl = false;  // --control: keys from standard input, for scripted runs
+  bool listPorts = false;      // --list-ports: print the port map and the adapters found
   bool help = false;
   bool version = false;
+  // Qt's own options (-platform offscreen, -style=fusion ...), in their order,
+  // for the application object.
+  std::vector<std::string_view> qtArguments;
 };
 
 struct CommandLineError {
   std::string message;
 };
 
-// The arguments after the program name.
+// The arguments after the program name. They are parsed before any window
+// system is touched, so --help, --version and mistakes need no display.
 std::variant<CommandLine, CommandLineError> parseCommandLine(
     std::span<const std::string_view> arguments);
 

@@ -7,7 +7,6 @@ list(APPEND GC40_CORE_FILES
   app/main_menu.cpp app/main_menu.h
   app/title_screen_layout.cpp app/title_screen_layout.h
   app/uptime_guard.cpp app/uptime_guard.h
-  app/version.h
   app/display_options_model.cpp app/display_options_model.h
   app/gps_port_model.cpp app/gps_port_model.h
   app/logger_setup_model.cpp app/logger_setup_model.h

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <cstdlib>
 #include <iostream>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -16,6 +17,7 @@
 #include "platform/keep_alive.h"
 #include "platform/qt_text.h"
 #include "platform/remote_control.h"
+#include "platform/serial_port_info.h"
 #include "platform/single_instance.h"
 #include "platform/stop_signal_watch.h"
 #include "platform/storage.h"
@@ -48,12 +50,24 @@ int runLogger(int argc, char** argv) {
     return 0;
   }
   const char* home = std::getenv("HOME");
+  if (options.listPorts) {
+    std::cout << gc40::portListing(options, home, gc40::findSerialAdapters(), std::cerr);
+    return 0;
+  }
   const gc40::StorageRoot storage{options.storage.value_or(gc40::defaultStorageRoot(home))};
   if (const std::optional<std::string> error = gc40::prepareStorage(storage)) {
     std::cerr << "gc40: " << *error << "\n";
     return 1;
   }
-  QApplication application(argc, argv);
+  // Qt gets only its own options: the rest are ours and already taken.
+  std::vector<std::string> qtArguments{argv[0]};
+  qtArguments.insert(qtArguments.end(), options.qtArguments.begin(), options.qtArguments.end());
+  std::vector<char*> qtArgv;
+  qtArgv.reserve(qtArguments.size() + 1);
+  for (std::string& argument : qtArguments) qtArgv.push_back(argument.data());
+  int qtArgc = static_cast<int>(qtArgv.size());
+  qtArgv.push_back(nullptr);
+  QApplication application(qtArgc, qtArgv.data());
   // From here on a stop signal ends the program in order: see endOnStopSignal.
   gc40::StopSignalWatch stopSignals;
   if (std::string error; !stopSignals.start(&error)) std::cerr << "gc40: " << error << "\n";

@@ -74,7 +74,7 @@ void MainWindow::applyShape() {
 void MainWindow::createButtons() {
   for (int i = 0; i < kMainButtonCount; ++i) {
     const std::string_view label = kMainButtonLabels[i];
-    auto* button = new QPushButton(QString::fromUtf8(label.data(), label.size()), this);
+    auto* button = new QPushButton(QString::fromUtf8(label.data(), qsizetype(label.size())), this);
     button->setObjectName(QString::number(kFirstMainButtonId + i));
     button->setGeometry(scaled(mainButtonRect(orientation_, i), scale_));
     // The window keeps the keyboard, so every key reaches the menu; the ring

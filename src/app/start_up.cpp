@@ -5,6 +5,15 @@
 #include "settings/settings_file.h"
 
 namespace gc40 {
+namespace {
+
+void applyOverrides(const CommandLine& options, PortMap& ports) {
+  for (const PortAssignment& assignment : options.portOverrides) {
+    ports.paths[static_cast<std::size_t>(assignment.index)] = assignment.path;
+  }
+}
+
+}  // namespace
 
 std::variant<LoggerContext, SetupError> prepareLogger(const CommandLine& options, const char* home,
                                                       std::ostream& warnings) {
@@ -30,10 +39,16 @@ std::variant<LoggerContext, SetupError> prepareLogger(const CommandLine& options
     warnings << "gc40: " << loaded.error << "\n";
   }
   context.ports = loadPortMap(context.storage.settingsFolder(), warnings);
-  for (const PortAssignment& assignment : options.portOverrides) {
-    context.ports.paths[static_cast<std::size_t>(assignment.index)] = assignment.path;
-  }
+  applyOverrides(options, context.ports);
   return context;
+}
+
+std::string portListing(const CommandLine& options, const char* home,
+                        std::span<const SerialAdapter> adapters, std::ostream& warnings) {
+  const StorageRoot storage{options.storage.value_or(defaultStorageRoot(home))};
+  PortMap ports = readPortMap(storage.settingsFolder(), warnings);
+  applyOverrides(options, ports);
+  return formatPortListing(ports, storage.settingsFolder() / kPortMapFileName, adapters);
 }
 
 }  // namespace gc40

@@ -15,7 +15,7 @@ std::string twoDigits(int value) { return formatZeroPadded(value, 2); }
 std::string proposeDataFileName(const std::filesystem::path& folder, const LocalTime& now) {
   const std::string stem = twoDigits(now.month) + twoDigits(now.day) + twoDigits(now.hour);
   for (char letter = 'A'; letter <= 'Z'; ++letter) {
-    const std::string name = stem + letter;
+    std::string name = stem + letter;
     std::error_code error;
     // symlink_status: a dangling link also blocks creating that name.
     const auto status =

@@ -88,7 +88,9 @@ Decoded decodeIdentification(Record record) {
   std::int32_t* digits[] = {&id.distanceUnits, &id.dipoleMode, &id.surveyMode, &id.component};
   for (std::size_t i = 0; i < 4; ++i) {
     const auto value = parseDigits(record.substr(15 + i, 1));
-    if (!value) return Fault{"identification: settings digit at " + formatInteger(15 + i)};
+    if (!value)
+      return Fault{"identification: settings digit at " +
+                   formatInteger(static_cast<std::int64_t>(15 + i))};
     *digits[i] = *value;
   }
   id.platformMark = record[22];
@@ -202,7 +204,7 @@ Decoded decodeSingle(Record record) {
 // again in its last; otherwise the pieces follow each other and the last one
 // is padded.
 std::string joinGpsPieces(std::string_view first, const std::vector<std::string_view>& rest) {
-  const std::string firstText = rightTrimmed(first);
+  std::string firstText = rightTrimmed(first);
   const std::string lastText = rightTrimmed(rest.back());
   if (rest.size() == 1 && firstText.size() < kGpsPieceLength && firstText == lastText)
     return firstText;

@@ -8,6 +8,7 @@
 #include "gps/gps_line_list.h"
 #include "gps/gps_message_dialog.h"
 #include "instrument/port_reader.h"
+#include "platform/log_categories.h"
 #include "platform/qt_text.h"
 #include "ui/screen_layout.h"
 
@@ -155,6 +156,7 @@ void MonitorGpsWindow::writeCommand(const std::string& bytes) {
   }
   purge(kPurgeWaitMs);
   QSerialPort& port = reader_->port();
+  qCDebug(lcGps, "sending %s", QByteArray::fromStdString(bytes).trimmed().constData());
   port.write(bytes.data(), static_cast<qint64>(bytes.size()));
   port.flush();
   QThread::msleep(kAfterWriteMs);

@@ -1,6 +1,7 @@
 #include "instrument/port_reader.h"
 
 #include "platform/clock.h"
+#include "platform/log_categories.h"
 #include "platform/raw_capture.h"
 
 namespace gc40 {
@@ -26,7 +27,9 @@ void PortReader::resume() { running_ = port_->isOpen(); }
 
 void PortReader::stop() {
   running_ = false;
-  if (port_->isOpen()) port_->close();
+  if (!port_->isOpen()) return;
+  port_->close();
+  qCDebug(lcSerial, "closed %s", qUtf8Printable(port_->portName()));
 }
 
 bool PortReader::isOpen() const { return port_->isOpen(); }
@@ -41,11 +44,13 @@ void PortReader::readAvailable() {
 }
 
 void PortReader::handleError(QSerialPort::SerialPortError error) {
+  if (error == QSerialPort::NoError) return;
+  const QString reason = port_->errorString();
+  qCDebug(lcSerial, "%s: %s", qUtf8Printable(port_->portName()), qUtf8Printable(reason));
   if (error != QSerialPort::ReadError && error != QSerialPort::ResourceError &&
       error != QSerialPort::WriteError) {
     return;
   }
-  const QString reason = port_->errorString();
   stop();
   emit portClosed(reason);
 }

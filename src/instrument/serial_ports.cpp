@@ -2,6 +2,8 @@
 
 #include <QMessageBox>
 
+#include "platform/log_categories.h"
+
 namespace gc40 {
 namespace {
 
@@ -53,6 +55,7 @@ SerialPortOpening openSerialPort(const SerialPortTarget& target, const SerialLin
   SerialPortOpening opening;
   if (target.devicePath.empty()) {
     opening.failure = describe(target);
+    qCDebug(lcSerial, "cannot open %s", qUtf8Printable(opening.failure));
     return opening;
   }
   auto port = std::make_unique<QSerialPort>(QString::fromStdString(target.devicePath));
@@ -61,9 +64,12 @@ SerialPortOpening openSerialPort(const SerialPortTarget& target, const SerialLin
       openWithAttempts(line.openAttempts, [&] { return port->open(QIODevice::ReadWrite); });
   if (!attempt) {
     opening.failure = describe(target) + ": " + port->errorString();
+    qCDebug(lcSerial, "cannot open %s", qUtf8Printable(opening.failure));
     return opening;
   }
   applyModemLines(*port, line);
+  qCDebug(lcSerial, "opened %s at %d baud", qUtf8Printable(describe(target)),
+          static_cast<int>(port->baudRate()));
   opening.port = std::move(port);
   return opening;
 }
@@ -73,7 +79,11 @@ SerialPortOpening openInstrumentPort(const Settings& settings, const PortMap& po
 }
 
 SerialPortOpening openGpsPort(const Settings& settings, const PortMap& ports) {
-  return openSerialPort(gpsPortTarget(settings, ports), gpsLineSettings(settings));
+  const SerialPortTarget target = gpsPortTarget(settings, ports);
+  SerialPortOpening opening = openSerialPort(target, gpsLineSettings(settings));
+  qCDebug(lcGps, "GPS port %s %s", qUtf8Printable(describe(target)),
+          opening.port ? "open" : "not open");
+  return opening;
 }
 
 void showSerialPortFailure(QWidget* owner, const char* text, const QString& failure) {

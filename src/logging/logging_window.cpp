@@ -19,6 +19,7 @@
 #include "logging/status_layout.h"
 #include "logging/status_panel.h"
 #include "platform/clock.h"
+#include "platform/log_categories.h"
 #include "platform/qt_text.h"
 #include "ui/key_codes.h"
 #include "ui/screen_layout.h"
@@ -130,7 +131,7 @@ void LoggingWindow::startRawCaptures() {
     if (auto opened = RawCapture::open(*context_.rawLogFolder, role, now, &error))
       capture->emplace(std::move(*opened));
     else
-      qWarning("gc40: no raw capture: %s", error.c_str());
+      qCWarning(lcSerial, "no raw capture: %s", error.c_str());
   }
 }
 
@@ -273,7 +274,14 @@ void LoggingWindow::beep() { QApplication::beep(); }
 
 std::optional<DataFile> LoggingWindow::runCreateFile() {
   const auto refocus = keysBackAfterDialog();
-  return createDataFile(this, context_.settings, context_.storage.dataFolder());
+  std::optional<DataFile> file =
+      createDataFile(this, context_.settings, context_.storage.dataFolder());
+  if (file) {
+    openFile_ = QFile::decodeName(file->path().c_str());
+    qCDebug(lcFile, "created %s", qUtf8Printable(openFile_));
+    file->setSyncHook([path = openFile_] { qCDebug(lcFile, "synced %s", qUtf8Printable(path)); });
+  }
+  return file;
 }
 
 bool LoggingWindow::runNewLine() {
@@ -351,6 +359,10 @@ void LoggingWindow::closeDialogs() {
 // must not run inside the port's read.
 void LoggingWindow::showWriteFailure(const std::filesystem::path& path, std::string_view reason) {
   const QString file = QFile::decodeName(path.c_str());
+  // The session has closed the file by now, or closes it next.
+  qCDebug(lcFile, "write failed, closed %s: %.*s", qUtf8Printable(file),
+          static_cast<int>(reason.size()), reason.data());
+  openFile_.clear();
   emit writeFailed(file, QString::fromUtf8(reason.data(), qsizetype(reason.size())));
   if (shuttingDown_) return;
   const QString text = QString::fromStdString(writeFailureText(file.toStdString(), reason));
@@ -366,6 +378,8 @@ void LoggingWindow::shutDown() {
 }
 
 void LoggingWindow::leave() {
+  if (!openFile_.isEmpty()) qCDebug(lcFile, "closed %s", qUtf8Printable(openFile_));
+  openFile_.clear();
   closePorts();
   hide();
   emit runEnded();

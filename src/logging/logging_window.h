@@ -116,6 +116,7 @@ class LoggingWindow : public QWidget, private LoggingView {
   std::optional<RawCapture> gpsCapture_;
   InstrumentReader* reader_ = nullptr;
   GpsReader* gpsReader_ = nullptr;
+  QString openFile_;  // the data file's path while one is open, for the file log
   bool shuttingDown_ = false;
 };
 

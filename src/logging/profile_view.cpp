@@ -74,7 +74,7 @@ void ProfileView::drawGreyLine(int y, int lineWidth, int fromX, int toX) {
 void ProfileView::scroll() {
   constexpr int kBytesPerPixel = 4;  // RGB32
   const int shift = kProfileScrollPixels * kBytesPerPixel;
-  const auto kept = static_cast<std::size_t>((plotWidth_ - 1) * kBytesPerPixel);
+  const auto kept = static_cast<std::size_t>(plotWidth_ - 1) * kBytesPerPixel;
   for (int row = 0; row < picture_.height(); ++row) {
     uchar* line = picture_.scanLine(row);
     std::memmove(line, line + shift, kept);

@@ -42,6 +42,16 @@ std::optional<PortAssignment> parseAssignment(std::string_view text) {
   return PortAssignment{*index, std::string(path)};
 }
 
+PortMap parseAndReport(std::string_view text, const std::filesystem::path& path,
+                       std::ostream& warnings) {
+  ParsedPortMap parsed = parsePortMap(text);
+  for (const PortMapProblem& problem : parsed.problems) {
+    warnings << "gc40: " << path.string() << ":" << problem.lineNumber
+             << ": ignored, not a COMn:=PATH line (n 1..12): " << problem.line << "\n";
+  }
+  return parsed.map;
+}
+
 }  // namespace
 
 PortMap defaultPortMap() {
@@ -113,12 +123,13 @@ PortMap loadPortMap(const std::filesystem::path& settingsFolder, std::ostream& w
     }
     return defaultPortMap();
   }
-  ParsedPortMap parsed = parsePortMap(*text);
-  for (const PortMapProblem& problem : parsed.problems) {
-    warnings << "gc40: " << path.string() << ":" << problem.lineNumber
-             << ": ignored, not a COMn:=PATH line (n 1..12): " << problem.line << "\n";
-  }
-  return parsed.map;
+  return parseAndReport(*text, path, warnings);
+}
+
+PortMap readPortMap(const std::filesystem::path& settingsFolder, std::ostream& warnings) {
+  const std::filesystem::path path = settingsFolder / kPortMapFileName;
+  const std::optional<std::string> text = readFilePrefix(path, kMaxPortMapBytes);
+  return text ? parseAndReport(*text, path, warnings) : defaultPortMap();
 }
 
 }  // namespace gc40

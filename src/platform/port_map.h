@@ -57,5 +57,7 @@ std::string devicePathFor(const PortMap& map, int index);
 // Reads FLDINI/PORTS.INI, creating it with the defaults when missing, and
 // reports each malformed line on `warnings` with the file and line number.
 PortMap loadPortMap(const std::filesystem::path& settingsFolder, std::ostream& warnings);
+// The same without writing anything: the defaults when the file is missing.
+PortMap readPortMap(const std::filesystem::path& settingsFolder, std::ostream& warnings);
 
 }  // namespace gc40

@@ -8,6 +8,8 @@
 #include <QWidget>
 #include <cstdio>
 
+#include "platform/log_categories.h"
+
 namespace gc40 {
 namespace {
 
@@ -120,6 +122,7 @@ void RemoteControl::readCommands() {
 }
 
 void RemoteControl::runCommand(const QString& line) {
+  qCDebug(lcControl, "%s", qUtf8Printable(line));
   const QString verb = line.section(' ', 0, 0);
   const QString argument = line.section(' ', 1);
   if (verb == "key") pressKey(argument);

@@ -7,7 +7,9 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSignalBlocker>
+#include <QVBoxLayout>
 
+#include "platform/serial_port_info.h"
 #include "settings/settings_file.h"
 #include "ui/screen_layout.h"
 #include "ui/warning_box.h"
@@ -19,6 +21,33 @@ namespace {
 constexpr int kFontPixels = 14;
 constexpr int kMargin = 4;
 constexpr int kSpacing = 3;
+constexpr int kAdapterFontPixels = 11;
+
+// Shows what fits of its text, the whole of it in the tool tip: an adapter's
+// name may be longer than the room beside a port list.
+class ElidedLabel : public QLabel {
+ public:
+  using QLabel::QLabel;
+  void setFullText(const QString& text) {
+    full_ = text;
+    setToolTip(text);
+    elide();
+  }
+  // Takes the width the column has; never widens it.
+  QSize sizeHint() const override { return {0, QLabel::sizeHint().height()}; }
+  QSize minimumSizeHint() const override { return sizeHint(); }
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override {
+    QLabel::resizeEvent(event);
+    elide();
+  }
+
+ private:
+  void elide() { setText(fontMetrics().elidedText(full_, Qt::ElideRight, width())); }
+
+  QString full_;
+};
 
 }  // namespace
 
@@ -88,15 +117,29 @@ QPushButton* SetupDialog::makeButton(int id, const QString& text) {
   return button;
 }
 
-QLabel* SetupDialog::makeDevicePath(QComboBox* portCombo, const PortMap& ports) {
-  auto* path = new QLabel(this);
+QWidget* SetupDialog::makeDevicePath(QComboBox* portCombo, const PortMap& ports) {
+  auto* note = new QWidget(this);
+  auto* lines = new QVBoxLayout(note);
+  lines->setContentsMargins(0, 0, 0, 0);
+  lines->setSpacing(0);
+  auto* path = new QLabel(note);
   path->setObjectName(QStringLiteral("devicePath"));
-  const auto show = [path, &ports](int index) {
-    path->setText(QString::fromStdString(devicePathFor(ports, index)));
+  auto* adapter = new ElidedLabel(note);
+  adapter->setObjectName(QStringLiteral("adapter"));
+  QFont small = font();
+  small.setPixelSize(kAdapterFontPixels * scale_);
+  adapter->setFont(small);
+  lines->addWidget(path);
+  lines->addWidget(adapter);
+  // Asked once per dialog: an adapter plugged in meanwhile shows next time.
+  const auto show = [path, adapter, &ports, adapters = findSerialAdapters()](int index) {
+    const std::string device = devicePathFor(ports, index);
+    path->setText(QString::fromStdString(device));
+    adapter->setFullText(QString::fromStdString(adapterNote(adapters, device)));
   };
   show(portCombo->currentIndex());
-  connect(portCombo, &QComboBox::currentIndexChanged, path, show);
-  return path;
+  connect(portCombo, &QComboBox::currentIndexChanged, note, show);
+  return note;
 }
 
 std::vector<QComboBox*> SetupDialog::addComboRows(std::span<const ComboRow> rows,
@@ -105,7 +148,7 @@ std::vector<QComboBox*> SetupDialog::addComboRows(std::span<const ComboRow> rows
   std::vector<QComboBox*> combos;
   for (std::size_t i = 0; i < rows.size(); ++i) {
     combos.push_back(makeCombo(rows[i].comboId, models[i]));
-    QLabel* note = i == portRow ? makeDevicePath(combos.back(), ports) : nullptr;
+    QWidget* note = i == portRow ? makeDevicePath(combos.back(), ports) : nullptr;
     addRow(makeLabel(rows[i].labelId, QString::fromLatin1(rows[i].label)), combos.back(), note);
   }
   return combos;

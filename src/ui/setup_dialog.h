@@ -66,12 +66,14 @@ class SetupDialog : public QDialog {
   QComboBox* makeCombo(int id, const ComboBox& model);
   QLineEdit* makeEdit(int id, const QString& text);
   QPushButton* makeButton(int id, const QString& text);
-  // The device path that the port list's chosen name stands for, kept up to
-  // date as the choice changes.
-  QLabel* makeDevicePath(QComboBox* portCombo, const PortMap& ports);
+  // The device path that the port list's chosen name stands for and, under
+  // it, the serial adapter found there (or the ones found elsewhere), kept up
+  // to date as the choice changes. A path with no adapter listed (such as a
+  // pseudo-terminal) is used all the same.
+  QWidget* makeDevicePath(QComboBox* portCombo, const PortMap& ports);
 
   // One row per list, filled from `models`; the list at `portRow` shows the
-  // device path of its port beside it.
+  // device path of its port (and its adapter) beside it.
   std::vector<QComboBox*> addComboRows(std::span<const ComboRow> rows,
                                        std::span<const ComboBox> models, std::size_t portRow,
                                        const PortMap& ports);

@@ -40,7 +40,7 @@ std::int32_t ViewCurve::plotHeight() const { return std::max(1, height_ - 1); }
 int ViewCurve::plotWidth() const { return profilePlotWidth(settings_.portraitScreen); }
 
 std::size_t ViewCurve::columns() const {
-  return static_cast<std::size_t>(plotWidth() / kViewColumnPixels + 1);
+  return static_cast<std::size_t>(plotWidth() / kViewColumnPixels) + 1;
 }
 
 void ViewCurve::showLine(std::vector<StationEntry> stations, const Settings& settings) {

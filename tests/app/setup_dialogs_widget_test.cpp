@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "app/run_setup_dialogs.h"
+#include "platform/serial_port_info.h"
 #include "support/dialog_checks.h"
 #include "support/test_application.h"
 
@@ -43,6 +44,14 @@ QString devicePath(QDialog* dialog) {
   return path ? path->text() : "(no device path)";
 }
 
+// The line under the path, whole (it may show shortened); what this machine's
+// adapters make of `path`.
+void expectAdapterNote(QDialog* dialog, const std::string& path) {
+  auto* note = dialog->findChild<QLabel*>("adapter");
+  EXPECT_EQ(note ? note->toolTip().toStdString() : "(no adapter line)",
+            adapterNote(findSerialAdapters(), path));
+}
+
 TEST_P(SetupDialogWidgets, LoggerSetupListsPathAndOk) {
   context.settings.pauseKey = 2;  // portrait offers "any key" alone
   run(&runLoggerSetup, context, {onDialog([&](QDialog* dialog) {
@@ -55,6 +64,7 @@ TEST_P(SetupDialogWidgets, LoggerSetupListsPathAndOk) {
     EXPECT_EQ(devicePath(dialog), "/dev/ttyUSB0");
     select(dialog, 823, 2);
     EXPECT_EQ(devicePath(dialog), "/dev/ttyUSB2");
+    expectAdapterNote(dialog, "/dev/ttyUSB2");
     select(dialog, 824, 1);
     select(dialog, 810, 1);
     click(dialog, kIdOk);
@@ -77,6 +87,7 @@ TEST_P(SetupDialogWidgets, GpsPortMonitorThenOk) {
                {729, {"Monitor GPS Output"}}});
     select(dialog, 721, 11);
     EXPECT_EQ(devicePath(dialog), "/dev/ttyUSB11");
+    expectAdapterNote(dialog, "/dev/ttyUSB11");
     select(dialog, 720, 1);
     click(dialog, 729);
   })});

@@ -18,14 +18,15 @@ using namespace std::chrono_literals;
 using testing::readBytes;
 
 // gc40 with HOME, its temporary files and its standard error in `folder`,
-// never the user's own.
+// never the user's own; `environment` is added to the test's.
 std::unique_ptr<testing::ChildProcess> startGc40(const std::vector<std::string>& arguments,
-                                                 const std::filesystem::path& folder) {
+                                                 const std::filesystem::path& folder,
+                                                 std::vector<std::string> environment = {}) {
   setenv("HOME", folder.c_str(), 1);
   std::filesystem::create_directories(folder / "tmp");
-  return std::make_unique<testing::ChildProcess>(
-      GC40_BINARY, arguments, folder / "errors.txt",
-      std::vector{"TMPDIR=" + (folder / "tmp").string()});
+  environment.push_back("TMPDIR=" + (folder / "tmp").string());
+  return std::make_unique<testing::ChildProcess>(GC40_BINARY, arguments, folder / "errors.txt",
+                                                 environment);
 }
 
 bool waitForPortMap(const std::filesystem::path& folder, testing::ChildProcess& gc40) {
@@ -39,8 +40,11 @@ bool waitForPortMap(const std::filesystem::path& folder, testing::ChildProcess& 
 // Starts gc40 on folder/GC40 and tells whether it was still running a moment
 // after it had written its port map (its last file before the window), with
 // nothing said on either output.
-bool startsAndKeepsRunning(const std::filesystem::path& folder) {
-  const auto gc40 = startGc40({"--storage", (folder / "GC40").string()}, folder);
+bool startsAndKeepsRunning(const std::filesystem::path& folder,
+                           std::vector<std::string> arguments = {},
+                           const std::vector<std::string>& environment = {}) {
+  arguments.insert(arguments.end(), {"--storage", (folder / "GC40").string()});
+  const auto gc40 = startGc40(arguments, folder, environment);
   if (!waitForPortMap(folder, *gc40) || gc40->waitForExit(1500ms)) return false;
   gc40->stop();
   return gc40->readAll(1s).empty() && readBytes(folder / "errors.txt").empty();
@@ -77,6 +81,29 @@ TEST(Startup, OneCopyPerStorageRoot) {
   first->signal(SIGKILL);
   first->waitForExit();
   EXPECT_TRUE(startsAndKeepsRunning(folder.path())) << readBytes(folder.path() / "errors.txt");
+}
+
+// A Qt that went for this display would abort: what needs no window works
+// without one, and Qt's own options reach Qt (-platform picks one that works).
+TEST(Startup, AnswersWithoutADisplayAndHandsQtItsOptions) {
+  testing::TempFolder folder;
+  const std::vector<std::string> noDisplay{"QT_QPA_PLATFORM=xcb", "DISPLAY=", "WAYLAND_DISPLAY="};
+  const std::string version = "gc40 " GC40_VERSION "\n";
+  struct Run {
+    std::vector<std::string> arguments;
+    int exitCode;
+    std::string output;
+  };
+  for (const auto& [arguments, exitCode, output] :
+       {Run{{"--version"}, 0, version}, Run{{"-platform", "offscreen", "--version"}, 0, version},
+        Run{{"--scale", "9"}, 2, ""}, Run{{"--list-ports"}, 0, "Port map ("}}) {
+    const auto gc40 = startGc40(arguments, folder.path(), noDisplay);
+    EXPECT_TRUE(gc40->readAll().starts_with(output)) << arguments.front();
+    EXPECT_EQ(gc40->waitForExit(10s), exitCode) << arguments.front();
+  }
+  EXPECT_FALSE(std::filesystem::exists(folder.path() / "GC40"));  // --list-ports only reads
+  EXPECT_TRUE(startsAndKeepsRunning(folder.path(), {"-platform", "offscreen"}, noDisplay))
+      << readBytes(folder.path() / "errors.txt");
 }
 
 }  // namespace

@@ -1,11 +1,12 @@
-// The machine services gc40 takes from the desktop: the port map and one copy
-// per storage root.
+// The machine services gc40 takes from the desktop: the port map, one copy
+// per storage root, and the log.
 
 #include <gtest/gtest.h>
 
 #include <QSignalSpy>
 #include <sstream>
 
+#include "platform/log_categories.h"
 #include "platform/port_map.h"
 #include "platform/single_instance.h"
 #include "support/temp_folder.h"
@@ -29,6 +30,19 @@ TEST(PortMap, FileIsCreatedOnFirstRunAndMalformedLinesReported) {
             std::pair(defaultPortMap().paths[4], std::string("/dev/S5")));
   EXPECT_NE(warnings.str().find((folder.path() / "PORTS.INI:15:").string()), std::string::npos)
       << warnings.str();
+}
+
+// A field run says nothing unless something is wrong; the rules turn the
+// debug messages on.
+TEST(LogCategories, DebugMessagesOnlyWhenAskedFor) {
+  const auto categories = {&lcSerial, &lcGps, &lcFile, &lcControl};
+  for (const auto category : categories)
+    EXPECT_TRUE(!category().isDebugEnabled() && category().isWarningEnabled())
+        << category().categoryName();
+  QLoggingCategory::setFilterRules(QStringLiteral("gc40.*=true"));
+  for (const auto category : categories)
+    EXPECT_TRUE(category().isDebugEnabled()) << category().categoryName();
+  QLoggingCategory::setFilterRules(QString());
 }
 
 TEST(SingleInstance, TheSecondCopyOfARootRaisesTheFirstOtherRootsAreFree) {
