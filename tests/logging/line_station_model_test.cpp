@@ -69,8 +69,7 @@ TEST(LineStationModel, NewLineOkStoresWhatIsTyped) {
 // Limits beyond +-9000 are cut back, a maximum not above its minimum is moved
 // 100 above it, and the pixel factors follow.
 TEST(ProfileScaleModel, OkCorrectsTheLimits) {
-  Settings settings;
-  settings.plotHeight = 150;
+  Settings settings{.plotHeight = 150};
   using Case = std::tuple<const char16_t*, const char16_t*, float, float>;
   for (const auto& [minText, maxText, min, max] :
        {Case{u"50", u"20", 50.0f, 150.0f}, Case{u"-12000", u"10", -9000.0f, 10.0f},

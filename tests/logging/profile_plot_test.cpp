@@ -48,8 +48,7 @@ TEST(ProfilePlot, ReadingsScrollOnStationsAndJoinTheirTraces) {
 // file), draws no grid and does nothing undefined on the way.
 TEST(ProfilePlot, NoGridWithoutASpan) {
   for (const float min : {500.0f, std::numeric_limits<float>::quiet_NaN()}) {
-    Settings settings;
-    settings.conductivityScaleMin = min;
+    Settings settings{.conductivityScaleMin = min};
     recomputeScaleFactors(settings);
     EXPECT_TRUE(profileGrid(settings).lineYs.empty()) << min;
   }

@@ -40,14 +40,13 @@ std::string valuesAt(int k) {
   return rightAligned(formatInteger(conductivity), 5) + rightAligned(formatInteger(inphase), 5);
 }
 
-// A short line, then one of 200 stations walked down in Wheel mode with the
-// short instrument, vertical dipole.
+// Wheel mode with the short instrument, vertical dipole.
+const Settings kRecorded{
+    .instrumentVariant = 1, .surveyMode = SurveyMode::kWheel, .surveyLine = u"7"};
+
+// A short line, then one of 200 stations walked down.
 std::string surveyFile() {
-  Settings recorded;
-  recorded.surveyMode = SurveyMode::kWheel;
-  recorded.instrumentVariant = 1;
-  recorded.surveyLine = u"7";
-  RecordedFile file(recorded);
+  RecordedFile file(kRecorded);
   file.reading(instrumentRecord(0x20, "001.0002.0")).reading(instrumentRecord(0x20, "001.0002.0"));
   file.newLine(u"8", 400.0, -2.0f);
   file.reading(instrumentRecord(0x20, valuesAt(0)));  // held at the start with the next
@@ -119,28 +118,22 @@ TEST_P(ViewFilesScreen, OpensAFileAndWalksTheChosenLine) {
       {readBytes(settingsFolder / "LINE1.R4X"), readBytes(settingsFolder / "LINE2.R4X")});
   ASSERT_EQ(std::get<std::vector<StationEntry>>(stored), screen.view.file()->lines[1].stations);
 
-  Settings recorded;
-  recorded.instrumentVariant = 1;
-  recorded.surveyMode = SurveyMode::kWheel;
   // What the readout must say at station k: the decoded values of its reading.
-  const auto expected = [&recorded](int k) {
+  const auto expected = [](int k) {
     FiledValues filed;
-    decodeInstrumentRecord(instrumentRecord(0x20, valuesAt(k)), recorded, filed);
+    decodeInstrumentRecord(instrumentRecord(0x20, valuesAt(k)), kRecorded, filed);
     return "Stn: " + formatFixed(400.0 - 2.0 * k, 2) + " | " + formatInteger(k + 1) +
            " of 200 | C/V: " + formatFixed(filed.verticalConductivity, 2) +
            " | C/H:  | I/V: " + formatFixed(filed.verticalInphase, 2) + " | I/H: ";
   };
   EXPECT_EQ(screen.view.readout().toStdString(), expected(0));
-  struct Step {
-    Qt::Key key;
-    int station;
-  };
-  for (const Step& step :
+  using Step = std::pair<Qt::Key, int>;  // a key and the station the bar lands on
+  for (const auto& [key, station] :
        {Step{Qt::Key_Right, 1}, Step{Qt::Key_Right, 2}, Step{Qt::Key_Left, 1},
         Step{Qt::Key_PageDown, 81}, Step{Qt::Key_PageDown, 161}, Step{Qt::Key_PageDown, 199},
         Step{Qt::Key_PageUp, 119}, Step{Qt::Key_Home, 0}, Step{Qt::Key_End, 199}}) {
-    screen.key(step.key);
-    EXPECT_EQ(screen.view.readout().toStdString(), expected(step.station)) << step.station;
+    screen.key(key);
+    EXPECT_EQ(screen.view.readout().toStdString(), expected(station)) << station;
     const ViewCurve& curve = *screen.view.curve();
     EXPECT_TRUE(curve.bar() >= curve.firstShown() &&
                 curve.bar() < curve.firstShown() + curve.columns());
