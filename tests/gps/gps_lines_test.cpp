@@ -27,15 +27,6 @@ using namespace std::string_literals;
 
 const std::string kGga = "$GPGGA,123519,4807.038,N,01131.000,E,1,08,0.9,545.4,M,46.9,M,,*47";
 
-std::vector<GpsLine> judged(std::string_view bytes, std::uint32_t tick = 0) {
-  GpsLineAssembler assembler;
-  std::vector<GpsLine> lines;
-  assembler.feed(bytes, tick, [&](std::string_view text, std::uint32_t at) {
-    judgeGpsLine(text, at, [&](const GpsLine& line) { lines.push_back(line); });
-  });
-  return lines;
-}
-
 TEST(GpsLines, EachLineIsCutJudgedAndStampedWithItsDollar) {
   const std::string longest = "$GPTXT,01,01,02," + std::string(181, 'x') + "*35";
   ASSERT_EQ(longest.size(), 200u);
@@ -56,7 +47,8 @@ TEST(GpsLines, EachLineIsCutJudgedAndStampedWithItsDollar) {
       {"$" + std::string(249, 'A') + "\r\n",
        {L{std::string(49, 'A'), false, 7}, L{std::string(49, 'A'), false, 7}}},
   };
-  for (const auto& [bytes, expected] : cases) EXPECT_EQ(judged(bytes, 7), expected) << bytes;
+  for (const auto& [bytes, expected] : cases)
+    EXPECT_EQ(judgedGpsLines(bytes, 7), expected) << bytes;
 
   GpsLineAssembler assembler;  // the tick is the "$"'s, not the line feed's
   std::vector<std::uint32_t> ticks;

@@ -1,6 +1,7 @@
 #pragma once
 // GPS lines and the fields they show, in print: readable test failures, and
-// the .chk listings of the GPS captures that the tests compare against.
+// the .chk listings of the GPS captures that the tests compare against; and
+// the lines a logging run makes of a receiver's bytes.
 
 #include <ostream>
 #include <sstream>
@@ -53,6 +54,16 @@ inline void PrintTo(const GpsFieldsShown& shown, std::ostream* out) {
   *out << '{';
   printFields(shown, *out);
   *out << " }";
+}
+
+// The lines a logging run makes of bytes that arrived at `tick`, judged.
+inline std::vector<GpsLine> judgedGpsLines(std::string_view bytes, std::uint32_t tick = 0) {
+  GpsLineAssembler assembler;
+  std::vector<GpsLine> lines;
+  assembler.feed(bytes, tick, [&](std::string_view text, std::uint32_t at) {
+    judgeGpsLine(text, at, [&](const GpsLine& line) { lines.push_back(line); });
+  });
+  return lines;
 }
 
 // A line as judged, and what the status line shows after it.
