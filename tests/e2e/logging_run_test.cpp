@@ -122,10 +122,6 @@ class WholeRun : public ::testing::Test {
     send("shot " + path);
     ASSERT_TRUE(waitForLine("shot " + path));
   }
-  // The logging screen as <shots>_<state>.png, in a run that takes them.
-  void shotOf(const std::string& state) {
-    if (!shots.empty()) shot(shots + "_" + state);
-  }
 
   DataFileContents file() const { return readDataFile(testing::readBytes(dataFile)); }
 
@@ -141,9 +137,9 @@ class WholeRun : public ::testing::Test {
   void createFileAndGo() {
     send("key l");
     ASSERT_TRUE(waitFront("GC40", kLoggingScreen));
-    shotOf("monitor");
+    if (!shots.empty()) shot(shots + "_monitor");
     dialog("c", "Create Data File", "E2E");
-    shotOf("standby");
+    if (!shots.empty()) shot(shots + "_standby");
     send("key g");
   }
 
@@ -153,7 +149,7 @@ class WholeRun : public ::testing::Test {
   fs::path meter = folder.path() / "meter";
   fs::path receiver = folder.path() / "receiver";
   std::optional<std::string> receiverCapture;  // set before SetUp for a GPS run
-  std::string shots;                           // no screenshots when empty
+  std::string shots;                           // the run's screenshots, none when empty
   std::vector<std::string> simOptions;         // more for gc40-sim
   bool ownSimulator = false;                   // gc40 --simulate instead of gc40-sim here
   std::optional<rlim_t> fileSizeLimit;         // on the files gc40 writes
@@ -216,7 +212,7 @@ TEST_F(WholeRun, LinesStationsCommentsAndPausesAreRecordedInOrder) {
   dialog("n", "New Station", "100");
   send("key g");
   ASSERT_TRUE(waitForRecords(16));
-  shotOf("logging");  // the profile has scrolled by now
+  shot(shots + "_logging");  // the profile has scrolled by now
   send("key Space");
   ASSERT_TRUE(waitForRecords(2, "$PAUSED"));
   send("key x");
@@ -286,7 +282,7 @@ class GpsRun : public WholeRun {
 TEST_F(GpsRun, SentencesAmongTheReadingsUntilASilentMeterEndsTheRun) {
   createFileAndGo();
   ASSERT_TRUE(waitForRecords(15));
-  shotOf("logging");
+  shot(shots + "_logging");
   sim->signal(SIGSTOP);  // the cable is pulled
   ASSERT_TRUE(waitFront("NO CONNECTION", kLoggingScreen));
   send("key Return");
