@@ -24,8 +24,8 @@ namespace {
 
 using namespace gc40::testing;
 
-// A main window with the screen over it, reading the receiver's
-// pseudo-terminal from the start.
+// The application, and a main window with the screen over it, reading the
+// receiver's pseudo-terminal from the start.
 struct Bench {
   explicit Bench(Orientation shape) : context(preparedLogger(folder, shape, 1)) {
     receiver = posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK);
@@ -70,6 +70,7 @@ struct Bench {
     return shown.join('+');
   }
 
+  TestApplication<QApplication> application;
   TempFolder folder;
   LoggerContext context;
   MainWindow window{context};
@@ -78,13 +79,8 @@ struct Bench {
   int receiver = -1;
 };
 
-class MonitorGpsTest : public ::testing::Test {
- protected:
-  TestApplication<QApplication> application;
-};
-
 // In both shapes; leaves monitor_gps_<shape>.png in the tests' build folder.
-TEST_F(MonitorGpsTest, ListsLinesInViewPausesAndExitsOnX) {
+TEST(MonitorGpsTest, ListsLinesInViewPausesAndExitsOnX) {
   for (const Orientation shape : {Orientation::kPortrait, Orientation::kLandscape}) {
     Bench bench(shape);
     EXPECT_EQ(bench.monitor.geometry(), bench.window.rect());
@@ -126,7 +122,7 @@ TEST_F(MonitorGpsTest, ListsLinesInViewPausesAndExitsOnX) {
   }
 }
 
-TEST_F(MonitorGpsTest, SendWritesTheTypedLineAndResumesEvenWhenPaused) {
+TEST(MonitorGpsTest, SendWritesTheTypedLineAndResumesEvenWhenPaused) {
   Bench bench(Orientation::kLandscape);
   bench.button(kGpsPauseId)->click();
   const auto sendVia = [&](std::function<void(QDialog*)> drive) {
@@ -155,7 +151,7 @@ TEST_F(MonitorGpsTest, SendWritesTheTypedLineAndResumesEvenWhenPaused) {
   EXPECT_EQ(bench.lines(), QStringList{"$PASHR,ACK"});
 }
 
-TEST_F(MonitorGpsTest, NoDataAfterMoreThanSevenSilentSecondsWhileRunning) {
+TEST(MonitorGpsTest, NoDataAfterMoreThanSevenSilentSecondsWhileRunning) {
   Bench bench(Orientation::kLandscape);
   const auto after = [&](std::uint32_t ms) {
     bench.now += ms;

@@ -8,7 +8,6 @@
 
 #include <QFileDialog>
 #include <QLabel>
-#include <QLineEdit>
 #include <QListWidget>
 #include <QProgressDialog>
 #include <QTest>
@@ -54,19 +53,6 @@ std::string surveyFile() {
   return file.bytes();
 }
 
-ModalScript::Step openFileNamed(const QString& name) {
-  return [=](QWidget* modal) {
-    auto* dialog = qobject_cast<QFileDialog*>(modal);
-    if (!dialog) return false;
-    EXPECT_EQ(dialog->nameFilters(), QStringList{"GC40 Files (*.R40)"});
-    auto* edit = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-    if (!edit) return false;
-    edit->setText(name);
-    QTest::keyClick(edit, Qt::Key_Return);
-    return true;
-  };
-}
-
 struct Screen {
   explicit Screen(bool portrait)
       : context(preparedLogger(folder, portrait ? Orientation::kPortrait : Orientation::kLandscape,
@@ -85,20 +71,20 @@ struct Screen {
     QTest::keyClick(QApplication::focusWidget(), key);
   }
 
+  TestApplication<QApplication> application;
   TempFolder folder;
   LoggerContext context;
   MainWindow window{context};
   ViewFilesWindow view{context, &window, 1};
 };
 
-class ViewFilesScreen : public ::testing::TestWithParam<Layout> {
- protected:
-  TestApplication<QApplication> application;
-};
+class ViewFilesScreen : public ::testing::TestWithParam<Layout> {};
 
 TEST_P(ViewFilesScreen, OpensAFileAndWalksTheChosenLine) {
   Screen screen(GetParam().portrait);
-  ModalScript script({openFileNamed("SURVEY.R40")});
+  ModalScript script({fileDialogStep("SURVEY.R40", [](QFileDialog* dialog, const QString&) {
+    EXPECT_EQ(dialog->nameFilters(), QStringList{"GC40 Files (*.R40)"});
+  })});
   screen.view.showOverMainWindow();
   QTRY_VERIFY_WITH_TIMEOUT(screen.view.file().has_value(), 10000);
   EXPECT_EQ(screen.view.findChild<QLabel*>("header")->text(),
@@ -154,7 +140,6 @@ INSTANTIATE_TEST_SUITE_P(BothLayouts, ViewFilesScreen, ::testing::ValuesIn(kLayo
 
 // Damage is skipped and named by its byte offsets; the rest still opens.
 TEST(ViewFilesDamage, DamagedSpansAreNamedAndSkipped) {
-  TestApplication<QApplication> application;
   Screen screen(false);
   std::string bytes = surveyFile();
   bytes.replace(24 * 10 + 3, 2, "\n\n");  // the 11th record loses its shape
@@ -165,23 +150,21 @@ TEST(ViewFilesDamage, DamagedSpansAreNamedAndSkipped) {
   ASSERT_TRUE(screen.view.openFile(screen.context.storage.dataFolder() / "DAMAGED.R40"));
   EXPECT_TRUE(script.finished());
   EXPECT_EQ(caption, "View Files");
-  EXPECT_TRUE(text.startsWith("DAMAGED.R40 is damaged. 2 parts could not be read"))
-      << text.toStdString();
-  EXPECT_TRUE(text.contains("byte 240 (")) << text.toStdString();
-  EXPECT_TRUE(text.contains(QString("byte %1 (17 bytes): truncated record").arg(bytes.size() - 17)))
-      << text.toStdString();
+  SCOPED_TRACE(text.toStdString());
+  EXPECT_TRUE(text.startsWith("DAMAGED.R40 is damaged. 2 parts could not be read"));
+  EXPECT_TRUE(text.contains("byte 240 ("));
+  EXPECT_TRUE(
+      text.contains(QString("byte %1 (17 bytes): truncated record").arg(bytes.size() - 17)));
   EXPECT_EQ(screen.lines()->count(), 2);
 }
 
 // A file that takes a while shows its progress, and Cancel stops the reading.
 TEST(ViewFilesLoading, ProgressShowsAndCancelStops) {
-  TestApplication<QApplication> application;
-  TempFolder folder;
+  Screen screen(false);
+  const std::filesystem::path folder = screen.context.storage.dataFolder();
   RecordedFile file{Settings{}};
   for (int i = 0; i < 200000; ++i) file.reading(instrumentRecord(0x20, "001.0002.0"));
-  writeBytes(folder.path() / "BIG.R40", file.bytes());
-  QWidget parent;
-  parent.show();
+  writeBytes(folder / "BIG.R40", file.bytes());
   bool progressShown = false;
   ModalScript script({[&progressShown](QWidget* modal) {
     auto* progress = qobject_cast<QProgressDialog*>(modal);
@@ -190,13 +173,13 @@ TEST(ViewFilesLoading, ProgressShowsAndCancelStops) {
     progress->cancel();
     return true;
   }});
-  const LoadResult result = loadSurveyFile(folder.path() / "BIG.R40", &parent, 0);
+  const LoadResult result = loadSurveyFile(folder / "BIG.R40", &screen.window, 0);
   EXPECT_TRUE(progressShown);
   EXPECT_TRUE(std::holds_alternative<LoadCancelled>(result));
-  const LoadResult missing = loadSurveyFile(folder.path() / "NONE.R40", &parent, 0);
+  const LoadResult missing = loadSurveyFile(folder / "NONE.R40", &screen.window, 0);
   ASSERT_TRUE(std::holds_alternative<LoadFailure>(missing));
   EXPECT_TRUE(std::get<LoadFailure>(missing).message.startsWith(
-      "Cannot read " + QString::fromStdString((folder.path() / "NONE.R40").string())));
+      "Cannot read " + QString::fromStdString((folder / "NONE.R40").string())));
 }
 
 }  // namespace
