@@ -17,7 +17,7 @@ FiledValues verticalConductivity(float value) {
   return {.verticalConductivity = value, .verticalConductivityValid = 1};
 }
 
-// When to scroll and what to join is decided in the core (profile_plot_test);
+// When to scroll and what to join is decided in the core (logging_rules_test);
 // here the picture: it moves 2 pixels once the station is done, the newest
 // column comes back blank but for the grid, and a repaint shows the history.
 TEST(LoggingDisplay, ProfileScrollsTwoPixelsAndKeepsItsPicture) {
