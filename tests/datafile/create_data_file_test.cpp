@@ -1,5 +1,4 @@
-// The "Create Data File" dialog loop, driven offscreen the way an operator
-// would use it.
+// The "Create Data File" dialog loop, driven offscreen as an operator would.
 
 #include "datafile/create_data_file.h"
 

@@ -1,7 +1,5 @@
-// The data file: each record against bytes laid out by hand (wide values push
-// the tail out), names and exclusive creation; a file written through the
-// record writers reads back into the same values, and in a damaged copy each
-// fault is reported where it lies, by r40 too.
+// The data file: its records laid out by hand, its name and creation, and a
+// written file read back whole and damaged, by r40 too.
 
 #include "datafile/data_file.h"
 
@@ -34,6 +32,7 @@ using testing::writeBytes;
 
 constexpr LocalTime kNow{2026, 3, 15, 14, 5, 9, 123};
 
+// Records as the bytes they are in the file.
 std::string text(std::span<const DataRecord> records) {
   std::string all;
   for (const DataRecord& record : records) all.append(record.begin(), record.end());
@@ -57,7 +56,7 @@ std::vector<std::pair<std::string, std::string>> cases() {
   Settings line;
   line.surveyLine = u"LINE-123456", line.startStation = 123456789.5, line.lineDirection = 3;
   line.surveyMode = SurveyMode::kWheel, line.stationIncrement = -0.25f;
-  Settings wide;
+  Settings wide;  // values too wide for their fields push the tail out
   wide.surveyLine = u"\u00e9\u03a9ab", wide.readingInterval = 1e20f;
   constexpr std::uint32_t kLateTick = 3000000000u;  // written as -1294967296, cut to 10
   return {

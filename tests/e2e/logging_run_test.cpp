@@ -1,6 +1,5 @@
-// Whole logging runs of the real gc40 against gc40-sim over a pseudo-terminal,
-// driven by keys as an operator would drive them; the data file each run
-// leaves is read back record by record.
+// Whole runs of the real gc40 against gc40-sim, driven by keys as an operator
+// would; the data file each run leaves is read back record by record.
 
 #include <gtest/gtest.h>
 #include <sys/mount.h>

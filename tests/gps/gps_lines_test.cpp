@@ -1,7 +1,5 @@
-// The logger's GPS line handling: lines cut, judged and stamped, the fields
-// shown from them, and real receivers' captures giving the lines, verdicts and
-// fields their .chk files list however their bytes are split, counts that
-// match the captures' table, and a few lines checked by hand.
+// The logger's GPS line handling, on lines made by hand and on real
+// receivers' captures.
 
 #include <gtest/gtest.h>
 
@@ -33,8 +31,7 @@ TEST(GpsLines, EachLineIsCutJudgedAndStampedWithItsDollar) {
   using L = GpsLine;
   const std::vector<std::pair<std::string, std::vector<GpsLine>>> cases = {
       {kGga + "\r\n", {L{kGga, true, 7}}},
-      {"$GPGGA,123519,4807.038,N,01131.000,E,1,08,0.9,545.4,M,46.9,M,,*46\r\n",
-       {L{kGga.substr(0, 64) + "6", false, 7}}},
+      {kGga.substr(0, 64) + "6\r\n", {L{kGga.substr(0, 64) + "6", false, 7}}},  // checksum off
       {"ABC\r\n", {L{"ABC", false, 0}, L{"ABC", false, 0}}},       // twice; no "$" of its own
       {"$GPTXT,ok*67\r\r\n", {L{"$GPTXT,ok*67\r", true, 7}}},      // the hex stops at the CR
       {"$GPTXT,ok*67\n", {L{"$GPTXT,ok*6", false, 7}}},            // a bare LF cuts the 7
@@ -218,7 +215,6 @@ TEST(GpsCaptures, LinesCheckedByHand) {
       {"garmin-10x.log", "# Some duplicative sentences with 2D fixes were removed her", false, S{}},
       {"garmin-10x.log", "$GPGGA,165019.000,,,,,0,00,,,M,0.0,M,,0000*5C", true,
        S{.activity = "/", .fixCount = "5    ", .satellites = " 0", .fix = "NO FIX"}},
-      {"garmin-10x.log", "$GPGSA,A,1,,,,,,,,,,,,,,,*1E", true, S{.pdop = "0.0 "}},
       // Bare line feeds: the checksum's last digit is cut, so GGA and GSA
       // show question marks; a "*00" still matches.
       {"iTrek.log", "$GPGSA,A,1,,,,*3", false, S{.pdop = "??"}},
@@ -241,10 +237,8 @@ TEST(GpsCaptures, LinesCheckedByHand) {
   for (const auto& [name, text, valid, shown] : lines) {
     const auto handled =
         handle(testing::readBytes(std::filesystem::path(GC40_NMEA_CAPTURES) / name), 0);
-    const auto h =
-        std::find_if(handled.begin(), handled.end(), [&](auto& h) { return h.text == text; });
-    ASSERT_NE(h, handled.end()) << text;
-    EXPECT_EQ(std::pair(h->valid, h->shown), std::pair(valid, shown)) << text;
+    EXPECT_TRUE(std::ranges::find(handled, HandledGpsLine{text, valid, shown}) != handled.end())
+        << text;
   }
 }
 

@@ -1,6 +1,4 @@
-// The Monitor GPS screen over a pseudo-terminal that stands in for the GPS
-// receiver: the lines it lists, pause, the command it sends, the NO DATA
-// line on a clock the test moves, and Exit.
+// The Monitor GPS screen over a pseudo-terminal that stands in for the receiver.
 
 #include "gps/monitor_gps_window.h"
 

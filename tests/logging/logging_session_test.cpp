@@ -1,6 +1,5 @@
-// The logging run driven as the window drives it: keys, clicks, readings and
-// timer ticks into the session, a fake screen that notes what it was told,
-// and the data file read back.
+// The logging run driven as the window drives it, with a fake screen that
+// notes what it is told, and the data file read back.
 
 #include "logging/logging_session.h"
 

@@ -1,6 +1,5 @@
-// The logging screen as the main menu opens it, over a pseudo-terminal that
-// stands in for the meter's cable: what it shows, in both screen shapes, and
-// how it ends a run whose meter went quiet while a dialog was open.
+// The logging screen as the main menu opens it, in both screen shapes, over
+// pseudo-terminals that stand in for the meter's cable and the receiver.
 
 #include "logging/logging_window.h"
 

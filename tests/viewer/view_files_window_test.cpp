@@ -1,6 +1,4 @@
-// The View Files screen offscreen: a recorded file opened through the
-// open-file dialog, a line chosen, the bar moved by keys, and the values under
-// it; damaged and slow files.
+// The View Files screen offscreen, on a recorded file, a damaged one and a slow one.
 
 #include "viewer/view_files_window.h"
 
