@@ -62,14 +62,12 @@ struct Feeder {
 TEST(RecordFramer, FindsRecordsLooking12BytesBackFromTheirCarriageReturn) {
   const std::string none, statusCr = record("12.34-0.56", '\r');
   const auto noise = [](int length) { return std::string(length, 'T') + kExample + kExample; };
-  for (const auto& [stream, lines, last] : {std::tuple{noise(0), 2, kExample},
-                                            {noise(168), 2, kExample},
-                                            {noise(169), 1, kExample},
-                                            {noise(181), 1, kExample},
-                                            {"\n" + statusCr, 1, statusCr},
-                                            {"\nabcdefghijk" + statusCr, 2, statusCr},
-                                            {"01234567890\r"s, 0, none},
-                                            {"012345678901\r"s, 1, none}}) {
+  using Case = std::tuple<std::string, int, std::string>;  // stream, lines found, last record
+  for (const auto& [stream, lines, last] :
+       {Case{noise(0), 2, kExample}, Case{noise(168), 2, kExample}, Case{noise(169), 1, kExample},
+        Case{noise(181), 1, kExample}, Case{"\n" + statusCr, 1, statusCr},
+        Case{"\nabcdefghijk" + statusCr, 2, statusCr}, Case{"01234567890\r", 0, none},
+        Case{"012345678901\r", 1, none}}) {
     Feeder run(100);
     run.feed(stream, 77);
     EXPECT_EQ(run.framer.recordCount(), lines) << stream;
