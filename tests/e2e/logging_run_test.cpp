@@ -16,7 +16,6 @@
 #include "base/number_text.h"
 #include "datafile/data_file_reader.h"
 #include "support/child_process.h"
-#include "support/file_size_limit.h"
 #include "support/gps_printing.h"
 #include "support/settings_listing.h"
 #include "support/temp_folder.h"

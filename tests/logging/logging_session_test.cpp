@@ -17,7 +17,6 @@
 #include "datafile/record_writers.h"
 #include "gps/gps_line_assembler.h"
 #include "logging/command_keys.h"
-#include "support/file_size_limit.h"
 #include "support/temp_folder.h"
 
 namespace gc40 {

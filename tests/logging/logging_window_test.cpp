@@ -19,8 +19,7 @@
 #include "logging/profile_view.h"
 #include "logging/status_panel.h"
 #include "logging/status_texts.h"
-#include "support/modal_script.h"
-#include "support/prepared_logger.h"
+#include "support/dialog_checks.h"
 #include "support/test_application.h"
 
 void PrintTo(const QColor& colour, std::ostream* out) { *out << colour.name().toStdString(); }

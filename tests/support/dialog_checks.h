@@ -14,16 +14,31 @@
 #include <QPushButton>
 #include <functional>
 #include <ostream>
+#include <sstream>
 #include <string>
 #include <utility>
+#include <variant>
 #include <vector>
 
+#include "app/start_up.h"
 #include "settings/settings_file.h"
 #include "support/modal_script.h"
-#include "support/prepared_logger.h"
+#include "support/temp_folder.h"
 #include "ui/setup_dialog.h"
 
 namespace gc40::testing {
+
+// A logger prepared on a test's own storage root, as gc40 prepares itself.
+inline LoggerContext preparedLogger(const TempFolder& folder,
+                                    Orientation orientation = Orientation::kLandscape,
+                                    std::optional<int> scale = std::nullopt) {
+  CommandLine options;
+  options.storage = folder.path();
+  options.orientation = orientation;
+  options.scale = scale;
+  std::ostringstream warnings;
+  return std::get<LoggerContext>(prepareLogger(options, nullptr, warnings));
+}
 
 struct Layout {
   bool portrait;
