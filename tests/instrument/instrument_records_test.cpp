@@ -25,11 +25,12 @@ namespace {
 
 using namespace std::literals;
 
-// A record as it comes on the wire; the framer hands it over without the CR.
+// A record as the framer hands it over, the two 5-character values as one
+// 10-character text; on the wire a CR follows.
 std::string record(std::string_view values, char status = ' ') {
-  return "T"s + status + std::string(values) + '\r';
+  return "T"s + status + std::string(values);
 }
-const std::string kExample = record("12.34-0.56");
+const std::string kExample = record("12.34-0.56") + '\r';
 const std::string kMalformed = "xxxxxxxxxxxxx\r";
 
 // Notes every record handed over as "record@tick", and each reading's record.
@@ -60,7 +61,7 @@ struct Feeder {
 // 12 bytes before it is an ordinary byte. The 182nd byte buffered overflows and
 // is itself discarded, so a record whose CR would land beyond index 180 is lost.
 TEST(RecordFramer, FindsRecordsLooking12BytesBackFromTheirCarriageReturn) {
-  const std::string none, statusCr = record("12.34-0.56", '\r');
+  const std::string none, statusCr = record("12.34-0.56", '\r') + '\r';
   const auto noise = [](int length) { return std::string(length, 'T') + kExample + kExample; };
   using Case = std::tuple<std::string, int, std::string>;  // stream, lines found, last record
   for (const auto& [stream, lines, last] :
@@ -79,7 +80,7 @@ TEST(RecordFramer, FindsRecordsLooking12BytesBackFromTheirCarriageReturn) {
 
 TEST(RecordFramer, AReadingCarriesTheRecordThatCompletesIt) {
   std::string stream;
-  for (char digit = '1'; digit <= '9'; ++digit) stream += record("0000"s + digit + "00000");
+  for (char digit = '1'; digit <= '9'; ++digit) stream += record("0000"s + digit + "00000") + '\r';
   Feeder run(5);
   run.onReading = [&run](std::uint32_t) {
     EXPECT_EQ(run.framer.recordCount(), 0);  // reset before the handler, which may set it
@@ -121,7 +122,7 @@ TEST(RecordFramer, AnySplitOfTheStreamFramesTheSame) {
     std::string stream;
     while (stream.size() < 4000) {
       const unsigned kind = random() % 8;
-      if (kind < 5) stream += record(junk(10), static_cast<char>(random()));
+      if (kind < 5) stream += record(junk(10), static_cast<char>(random())) + '\r';
       if (kind == 5) stream += junk(random() % 20) + '\r';
       if (kind == 6) stream += junk(random() % 200);
       if (kind == 7) stream += '\n';
@@ -151,12 +152,6 @@ TEST(RecordFramer, AnySplitOfTheStreamFramesTheSame) {
 }
 
 constexpr float kInf = std::numeric_limits<float>::infinity();
-
-// A record as the framer hands it over: the two 5-character values come as one
-// 10-character text.
-std::string framed(unsigned char status, std::string_view values) {
-  return "T"s + static_cast<char>(status) + std::string(values);
-}
 
 Settings settingsFor(std::int32_t component, std::int32_t variant, std::int32_t surveyMode) {
   return {.instrumentVariant = variant,
@@ -204,7 +199,7 @@ TEST(ReadingDecoder, StatusExamplesGiveTheirValues) {
     // clang-format on
     FiledValues filed{9, 1, 9, 1, 9, 1, 9, 1};  // left from an earlier reading
     const Settings settings = settingsFor(component, variant, mode);
-    const DecodedReading r = decodeInstrumentRecord(framed(status, values), settings, filed);
+    const DecodedReading r = decodeInstrumentRecord(record(values, char(status)), settings, filed);
     const auto fields = [](const DecodedReading& d) {
       return std::tuple(d.conductivity, d.inphase, d.dipole, d.range, d.mark, d.channelFlag);
     };
@@ -225,8 +220,8 @@ TEST(ReadingDecoder, EveryStatusByteAndSettingDecodesConsistently) {
            {settingsFor(0, 0, 1), settingsFor(0, 1, 2), settingsFor(1, 0, 2), settingsFor(1, 1, 1),
             settingsFor(2, 0, 0)}) {
         FiledValues filed;
-        const DecodedReading r = decodeInstrumentRecord(
-            framed(static_cast<unsigned char>(status), values), settings, filed);
+        const DecodedReading r =
+            decodeInstrumentRecord(record(values, char(status)), settings, filed);
         ASSERT_EQ(r.channelFlag, static_cast<std::uint32_t>(status & 1));
         ASSERT_EQ(r.mark,
                   (is128 || status & 64) && settings.surveyMode != SurveyMode::kManual ? 'M' : 'N');

@@ -38,9 +38,8 @@ TEST(LoggingDisplay, ProfileScrollsTwoPixelsAndKeepsItsPicture) {
   testing::TestApplication<QApplication> application;
   for (const auto& [portrait, scale] : {std::pair{true, 1}, {false, 2}}) {
     SCOPED_TRACE(portrait ? "portrait" : "landscape");
-    Settings settings;  // 0..500 over 125 pixels: value v falls on row (500 - v) / 4
-    settings.portraitScreen = portrait ? 1 : 0;
-    settings.plotHeight = 125;
+    // 0..500 over 125 pixels: value v falls on row (500 - v) / 4.
+    Settings settings{.plotHeight = 125, .portraitScreen = portrait ? 1 : 0};
     settings.traceThickness[0] = 1;
     recomputeScaleFactors(settings);
     ProfileTraces traces;

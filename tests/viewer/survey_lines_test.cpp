@@ -83,10 +83,10 @@ TEST(SurveyLines, RepeatNumbersGroupReadingsAtOneStation) {
 }
 
 TEST(LineIndexFiles, RoundTripAndRefusals) {
-  std::vector<StationEntry> stations(3);
-  stations[0] = {-12.5, {1, 1, 0, 0, 0, 0, 0, 0}, {3.25f, -0.5f, 0, 0, 0, 0, 0, 0}};
-  stations[1] = {0.1 + 0.2, {0, 0, 1, 1, 0, 0, 0, 0}, {0, 0, 1e-7f, 9000.f, 0, 0, 0, 0}};
-  stations[2] = {1e9, {}, {}};
+  const std::vector<StationEntry> stations{
+      {-12.5, {1, 1, 0, 0, 0, 0, 0, 0}, {3.25f, -0.5f, 0, 0, 0, 0, 0, 0}},
+      {0.1 + 0.2, {0, 0, 1, 1, 0, 0, 0, 0}, {0, 0, 1e-7f, 9000.f, 0, 0, 0, 0}},
+      {1e9, {}, {}}};
   const LineIndexBytes bytes = encodeLineIndex(stations);
   EXPECT_EQ(bytes.presence.size(), 24u + 3 * 16);
   EXPECT_EQ(bytes.values.size(), 24u + 3 * 40);
