@@ -11,26 +11,23 @@
 #include <QListWidget>
 #include <QTest>
 
-#include "app/main_window.h"
 #include "gps/gps_message_dialog.h"
 #include "instrument/serial_ports.h"
 #include "support/dialog_checks.h"
-#include "support/test_application.h"
 
 namespace gc40 {
 namespace {
 
 using namespace gc40::testing;
 
-// The application, and a main window with the screen over it, reading the
-// receiver's pseudo-terminal from the start.
-struct Bench {
-  explicit Bench(Orientation shape) : context(preparedLogger(folder, shape, 1)) {
+// The screen over the main window, reading the receiver's pseudo-terminal
+// from the start.
+struct Bench : ShownLogger {
+  explicit Bench(Orientation shape) : ShownLogger(shape) {
     receiver = posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK);
     if (receiver >= 0 && grantpt(receiver) == 0 && unlockpt(receiver) == 0)
       context.ports.paths[std::size_t(context.settings.gpsPort)] = ptsname(receiver);
     context.settings.gpsEnabled = 1;
-    window.show();
     SerialPortOpening opening = openGpsPort(context.settings, context.ports);
     EXPECT_TRUE(opening.port) << opening.failure.toStdString();
     if (opening.port) monitor.startReader(std::move(opening.port));
@@ -68,10 +65,6 @@ struct Bench {
     return shown.join('+');
   }
 
-  TestApplication<QApplication> application;
-  TempFolder folder;
-  LoggerContext context;
-  MainWindow window{context};
   std::uint32_t now = 0xFFFFF000u;  // the tick counter wraps during a test
   MonitorGpsWindow monitor{context.settings, &window, 1, [this] { return now; }};
   int receiver = -1;

@@ -81,14 +81,14 @@ TEST(Battery, AskedAtMostEveryThreeMinutes) {
   EXPECT_TRUE(batteryRefreshDue(180000, 0xFFFFFF00u));
 }
 
-class LoggingWindowTest : public ::testing::TestWithParam<Orientation> {
+class LoggingWindowTest : public ::testing::TestWithParam<Orientation>,
+                          protected testing::ShownLogger {
  protected:
   // Landscape runs with a GPS receiver on COM2:, portrait without.
-  LoggingWindowTest() {
+  LoggingWindowTest() : ShownLogger(GetParam()) {
     context.ports.paths[0] = openTerminal(meter);
     context.ports.paths[1] = openTerminal(receiver);
     context.settings.gpsEnabled = GetParam() == Orientation::kLandscape ? 1 : 0;
-    window.show();
   }
   ~LoggingWindowTest() override {
     for (int fd : {meter, receiver})
@@ -121,10 +121,6 @@ class LoggingWindowTest : public ::testing::TestWithParam<Orientation> {
     return nullptr;
   }
 
-  testing::TestApplication<QApplication> application;
-  testing::TempFolder folder;
-  LoggerContext context = testing::preparedLogger(folder, GetParam(), 1);
-  MainWindow window{context};
   MainCommands commands{window};
   int meter = -1;
   int receiver = -1;

@@ -10,13 +10,11 @@
 #include <QProgressDialog>
 #include <QTest>
 
-#include "app/main_window.h"
 #include "base/number_text.h"
 #include "instrument/reading_decoder.h"
 #include "recorded_file.h"
 #include "support/dialog_checks.h"
 #include "support/modal_script.h"
-#include "support/test_application.h"
 #include "viewer/line_index_files.h"
 #include "viewer/survey_file_loader.h"
 #include "viewer/view_curve.h"
@@ -51,12 +49,10 @@ std::string surveyFile() {
   return file.bytes();
 }
 
-struct Screen {
+struct Screen : ShownLogger {
   explicit Screen(bool portrait)
-      : context(preparedLogger(folder, portrait ? Orientation::kPortrait : Orientation::kLandscape,
-                               1)) {
+      : ShownLogger(portrait ? Orientation::kPortrait : Orientation::kLandscape) {
     writeBytes(context.storage.dataFolder() / "SURVEY.R40", surveyFile());
-    window.show();
   }
   QListWidget* lines() { return view.findChild<QListWidget*>(QStringLiteral("lines")); }
   // As the operator's keys come: to whatever has the focus, which must be the screen.
@@ -69,10 +65,6 @@ struct Screen {
     QTest::keyClick(QApplication::focusWidget(), key);
   }
 
-  TestApplication<QApplication> application;
-  TempFolder folder;
-  LoggerContext context;
-  MainWindow window{context};
   ViewFilesWindow view{context, &window, 1};
 };
 
