@@ -154,21 +154,11 @@ TEST(SurveyLines, MutatedFilesNeverBreakTheViewer) {
   for (int round = 0; round < 10000; ++round) {
     std::string bytes = original;
     for (std::size_t edits = 1 + pick(8); edits > 0 && !bytes.empty(); --edits) {
-      const std::size_t at = pick(bytes.size());
-      switch (pick(4)) {
-        case 0:
-          bytes[at] = interesting[pick(interesting.size())];
-          break;
-        case 1:
-          bytes[at] = static_cast<char>(pick(256));
-          break;
-        case 2:
-          bytes.erase(at, 1 + pick(30));
-          break;
-        default:
-          bytes.insert(at, bytes.substr(pick(bytes.size()), 1 + pick(40)));
-          break;
-      }
+      const std::size_t at = pick(bytes.size()), kind = pick(4);
+      if (kind == 0) bytes[at] = interesting[pick(interesting.size())];
+      if (kind == 1) bytes[at] = static_cast<char>(pick(256));
+      if (kind == 2) bytes.erase(at, 1 + pick(30));
+      if (kind == 3) bytes.insert(at, bytes.substr(pick(bytes.size()), 1 + pick(40)));
     }
     const DataFileContents contents = readDataFile(bytes);
     const std::optional<SurveyFile> survey = splitSurveyLines(contents);
