@@ -5,7 +5,6 @@
 #include <sys/mount.h>
 
 #include <algorithm>
-#include <charconv>
 #include <chrono>
 #include <csignal>
 #include <memory>
@@ -96,11 +95,7 @@ class WholeRun : public ::testing::Test {
 
   // gc40 reports the station of each reading it writes ("recorded 12.5").
   void noteRecorded(const std::string& line) {
-    constexpr std::string_view kRecorded = "recorded ";
-    if (!line.starts_with(kRecorded)) return;
-    double station = 0;
-    std::from_chars(line.data() + kRecorded.size(), line.data() + line.size(), station);
-    loggedStations.push_back(station);
+    if (line.starts_with("recorded ")) loggedStations.push_back(parseDecimalPrefix(line.substr(9)));
   }
 
   void send(const std::string& command) { ASSERT_TRUE(gc40->send(command + "\n")); }

@@ -154,14 +154,8 @@ TEST(ProfileScaleModel, OkCorrectsTheLimits) {
 // from plotOffset.)
 TEST(ProfilePlot, ReadingsScrollOnStationsAndJoinTheirTraces) {
   const Settings settings;  // 0..500 over 180 rows
-  ProfileTraces traces;
-  traces.traceOn = {1, 0, 1, 1, 1, 1, 1, 1};
-  FiledValues filed{.verticalConductivity = 250,
-                    .verticalConductivityValid = 1,
-                    .horizontalConductivity = 100,
-                    .horizontalConductivityValid = 1,
-                    .verticalInphase = 0,
-                    .verticalInphaseValid = 0};
+  const ProfileTraces traces{.traceOn = {1, 0, 1, 1, 1, 1, 1, 1}};
+  FiledValues filed{250, 1, 100, 1};  // V and H conductivity, no inphase
   std::array<std::int32_t, kTraceCount> continues{};
   ProfileState state;
   std::vector<bool> scrolls;

@@ -118,8 +118,7 @@ struct LoggingRun : ::testing::Test {
   }
   std::string fileBytes() const { return testing::readBytes(view.folder.path() / view.fileName); }
   void reading(char status, std::string_view first = "012.0", std::string_view second = "-01.5") {
-    const std::string record =
-        "T" + std::string(1, status) + std::string(first) + std::string(second);
+    const std::string record = "T" + std::string(1, status) + std::string(first).append(second);
     clock.tick += 100;
     session.onRecordArrived(clock.tick);
     session.onReading(record, clock.tick);

@@ -42,8 +42,7 @@ TEST(LoggingDisplay, ProfileScrollsTwoPixelsAndKeepsItsPicture) {
     Settings settings{.plotHeight = 125, .portraitScreen = portrait ? 1 : 0};
     settings.traceThickness[0] = 1;
     recomputeScaleFactors(settings);
-    ProfileTraces traces;
-    traces.traceOn[0] = 1;
+    const ProfileTraces traces{.traceOn = {1}};  // V conductivity only
     ProfileView view(settings, traces, scale);
     const int w = portrait ? 200 : 270;
     EXPECT_EQ(view.picture().size(), QSize(w + 2, 126));
