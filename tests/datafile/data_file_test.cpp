@@ -32,7 +32,6 @@ using testing::writeBytes;
 
 constexpr LocalTime kNow{2026, 3, 15, 14, 5, 9, 123};
 
-// Records as the bytes they are in the file.
 std::string text(std::span<const DataRecord> records) {
   std::string all;
   for (const DataRecord& record : records) all.append(record.begin(), record.end());
@@ -40,7 +39,6 @@ std::string text(std::span<const DataRecord> records) {
 }
 std::string text(const DataRecord& record) { return text({&record, 1}); }
 
-// Pairs of (formatted, expected).
 std::vector<std::pair<std::string, std::string>> cases() {
   Settings all;  // every choice away from its default
   all.instrumentVariant = 1, all.gpsEnabled = 1, all.distanceUnits = 1;

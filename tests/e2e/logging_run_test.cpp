@@ -127,7 +127,6 @@ class WholeRun : public ::testing::Test {
     return false;
   }
 
-  // Create File through the real dialog, then Go.
   void createFileAndGo() {
     send("key l");
     ASSERT_TRUE(waitFront("GC40", kLoggingScreen));

@@ -20,7 +20,6 @@
 
 namespace gc40::testing {
 
-// CPU time used so far by this process.
 inline std::chrono::microseconds cpuTime() {
   rusage usage{};
   getrusage(RUSAGE_SELF, &usage);
@@ -68,7 +67,6 @@ class ChildProcess {
     if (input_ >= 0) close(input_);
   }
 
-  // Writes `text` to its standard input.
   bool send(const std::string& text) const {
     ::signal(SIGPIPE, SIG_IGN);  // a child that has gone is a failed send, not a dead test
     return input_ >= 0 && write(input_, text.data(), text.size()) == ssize_t(text.size());

@@ -124,11 +124,9 @@ TEST(LineView, StrokesJoinNeighboursAndLeaveGaps) {
   }
   const auto strokes = lineStrokes(stations, 0, 4, setupProfileTraces(settings), settings);
   // y = (500 - value) * 100 / 500 for conductivity; (25 - 1) * 2 for inphase.
-  const std::vector<ViewStroke> expected{{0, true, 0, 80, 1, 60},
-                                         {0, false, 3, 40, 3, 40},
-                                         {2, true, 0, 48, 1, 48},
-                                         {2, false, 3, 48, 3, 48}};
-  EXPECT_EQ(strokes, expected);
+  using S = ViewStroke;
+  EXPECT_EQ(strokes, (std::vector{S{0, true, 0, 80, 1, 60}, S{0, false, 3, 40, 3, 40},
+                                  S{2, true, 0, 48, 1, 48}, S{2, false, 3, 48, 3, 48}}));
   stations[4] = stations[3];  // now station 3 continues out of view
   stations[4].values[0] = 400;
   const auto continued = lineStrokes(stations, 1, 3, setupProfileTraces(settings), settings);
