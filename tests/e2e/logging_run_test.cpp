@@ -139,16 +139,14 @@ class WholeRun : public ::testing::Test {
   testing::TempFolder folder;
   fs::path storage = folder.path() / "GC40";
   fs::path temporaryFolder = folder.path() / "tmp";  // gc40's: what it leaves shows
-  fs::path meter = folder.path() / "meter";
-  fs::path receiver = folder.path() / "receiver";
+  fs::path meter = folder.path() / "meter", receiver = folder.path() / "receiver";
   std::optional<std::string> receiverCapture;  // set before SetUp for a GPS run
   std::string shots;                           // the run's screenshots, none when empty
   std::vector<std::string> simOptions;         // more for gc40-sim
   bool ownSimulator = false;                   // gc40 --simulate instead of gc40-sim here
   std::optional<rlim_t> fileSizeLimit;         // on the files gc40 writes
   fs::path dataFile = folder.path() / "GC40" / "DATA40" / "E2E.R40";
-  std::unique_ptr<testing::ChildProcess> sim;
-  std::unique_ptr<testing::ChildProcess> gc40;
+  std::unique_ptr<testing::ChildProcess> sim, gc40;
   std::vector<double> loggedStations;
 };
 

@@ -101,7 +101,7 @@ std::vector<HandledGpsLine> handle(std::string_view bytes, std::size_t maxChunk,
     size = maxChunk == 0 ? bytes.size() : 1 + random() % maxChunk;
     reader.feed(bytes.substr(at, size));
   }
-  return reader.lines();
+  return reader.lines;
 }
 
 std::vector<std::filesystem::path> captures() {

@@ -76,22 +76,18 @@ struct HandledGpsLine {
 
 // A receiver's bytes, in whatever pieces they come, handled as a recording
 // logging run handles them.
-class GpsCaptureReader {
- public:
+struct GpsCaptureReader {
   void feed(std::string_view bytes) {
-    assembler_.feed(bytes, 0, [this](std::string_view text, std::uint32_t tick) {
+    assembler.feed(bytes, 0, [this](std::string_view text, std::uint32_t tick) {
       judgeGpsLine(text, tick, [this](const GpsLine& line) {
-        lines_.push_back(
-            {line.text, line.valid, onGpsSentence(status_, line.text, line.valid, true)});
+        lines.push_back(
+            {line.text, line.valid, onGpsSentence(status, line.text, line.valid, true)});
       });
     });
   }
-  const std::vector<HandledGpsLine>& lines() const { return lines_; }
-
- private:
-  GpsLineAssembler assembler_;
-  GpsStatus status_;
-  std::vector<HandledGpsLine> lines_;
+  GpsLineAssembler assembler;
+  GpsStatus status;
+  std::vector<HandledGpsLine> lines;
 };
 
 // A capture's .chk file: a heading, then per handled line its verdict, its
