@@ -79,9 +79,7 @@ struct FakeView : LoggingView {
   void leave() override { note("leave"); }
 
   void note(std::string line) { calls.push_back(std::move(line)); }
-  bool called(std::string_view line) const {
-    return std::find(calls.begin(), calls.end(), line) != calls.end();
-  }
+  bool called(std::string_view line) const { return std::ranges::find(calls, line) != calls.end(); }
 
   Settings& settings;
   FakeClock& clock;

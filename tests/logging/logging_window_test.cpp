@@ -89,10 +89,7 @@ class LoggingWindowTest : public ::testing::TestWithParam<Orientation>,
     context.ports.paths[1] = openTerminal(receiver);
     context.settings.gpsEnabled = GetParam() == Orientation::kLandscape ? 1 : 0;
   }
-  ~LoggingWindowTest() override {
-    for (int fd : {meter, receiver})
-      if (fd >= 0) close(fd);
-  }
+  ~LoggingWindowTest() override { close(meter), close(receiver); }
 
   static std::string openTerminal(int& fd) {
     fd = posix_openpt(O_RDWR | O_NOCTTY);

@@ -25,8 +25,6 @@ namespace {
 
 using namespace gc40::testing;
 
-constexpr int kLongLineStations = 200;
-
 // The raw values of the long line's station k, as the instrument sends them
 // (conductivity and inphase wander about the middle of the default scales).
 std::string valuesAt(int k) {
@@ -45,7 +43,7 @@ std::string surveyFile() {
   file.reading(instrumentRecord(0x20, "001.0002.0")).reading(instrumentRecord(0x20, "001.0002.0"));
   file.newLine(u"8", 400.0, -2.0f);
   file.reading(instrumentRecord(0x20, valuesAt(0)));  // held at the start with the next
-  for (int k = 0; k < kLongLineStations; ++k) file.reading(instrumentRecord(0x20, valuesAt(k)));
+  for (int k = 0; k < 200; ++k) file.reading(instrumentRecord(0x20, valuesAt(k)));
   return file.bytes();
 }
 
