@@ -134,9 +134,8 @@ TEST(DataFileNaming, BaseNameRunsFromTheLastSlashToTheFirstDot) {
   for (const auto& [chosen, base] : {std::pair{"/survey.2026/NOEXT", "NOEXT"},
                                      {"/survey.2026/a.b.R40", "a"},
                                      {"caf\xc3\xa9.R40", "caf\xe9"},
-                                     {"/data/\xe6\xb8\xac\xff.R40", "??"}}) {
+                                     {"/data/\xe6\xb8\xac\xff.R40", "??"}})
     EXPECT_EQ(dataFileBaseName(chosen), base) << chosen;
-  }
 }
 
 // (Appending after the pause is part of every file written below.)

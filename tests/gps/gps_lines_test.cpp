@@ -79,16 +79,14 @@ TEST(GpsStatus, GgaAndGsaFillTheFieldsAndBadOnesShowQuestionMarks) {
   EXPECT_EQ(status.gpsFixCount, 1);
 
   using Case = std::pair<std::string, GpsFieldsShown>;
-  for (const auto& [sentence, shown] : {
-           Case{"$GPGSA,A,3,04,05,,09,12,,,24,,,,,2.5,1.3,2.1*39", {.pdop = "2.5 "}},
-           Case{"$GPGSA,A,1,,,,,,,,,,,,,,,*1E", {.pdop = "0.0 "}},
-           Case{"$GPGSA,A,1,,,,*32", {.pdop = "N/A"}},
-           Case{"$GPGGA,1,2,3,4,5,2", {.activity = "/", .satellites = " 0", .fix = "DGPS"}},
-           Case{"$GPGGA,,,,,,0,x", {.activity = "\\", .satellites = " 0", .fix = "NO FIX"}},
-           Case{"$GPRMC,1,2", {}},
-       }) {
+  for (const auto& [sentence, shown] :
+       {Case{"$GPGSA,A,3,04,05,,09,12,,,24,,,,,2.5,1.3,2.1*39", {.pdop = "2.5 "}},
+        Case{"$GPGSA,A,1,,,,,,,,,,,,,,,*1E", {.pdop = "0.0 "}},
+        Case{"$GPGSA,A,1,,,,*32", {.pdop = "N/A"}},
+        Case{"$GPGGA,1,2,3,4,5,2", {.activity = "/", .satellites = " 0", .fix = "DGPS"}},
+        Case{"$GPGGA,,,,,,0,x", {.activity = "\\", .satellites = " 0", .fix = "NO FIX"}},
+        Case{"$GPRMC,1,2", {}}})
     EXPECT_EQ(onGpsSentence(status, sentence, true, false), shown) << sentence;
-  }
   EXPECT_EQ(onGpsSentence(status, "$GSA", true, false), (GpsFieldsShown{.pdop = "??"}));  // short
 }
 
@@ -136,11 +134,10 @@ TEST(GpsCaptures, EachGivesItsChkListingHoweverItsBytesAreSplit) {
     const std::string bytes = testing::readBytes(path);
     const std::string whole = gpsChkListing(name, handle(bytes, 0));
     EXPECT_TRUE(sameListing(name + ".chk", testing::readBytes(path.string() + ".chk"), whole));
-    for (const std::size_t maxChunk : {1, 300}) {
+    for (const std::size_t maxChunk : {1, 300})
       EXPECT_TRUE(
           sameListing(name + " in chunks of up to " + std::to_string(maxChunk), whole,
                       gpsChkListing(name, handle(bytes, maxChunk, unsigned(bytes.size())))));
-    }
   }
 }
 

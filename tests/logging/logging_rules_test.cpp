@@ -43,10 +43,9 @@ TEST(LoggingCommands, KeysActPerStateAndLoggingHearsOnlyThePauseKeyAndItsButton)
         Case{kLogging, 1, kKeyReturn, kNothing}, Case{kLogging, 2, kKeyReturn, kPause},
         Case{kLogging, 2, kKeySpace, kNothing}, Case{kLogging, 3, 'p', kPause},
         Case{kLogging, 3, 'S', kNothing},
-        Case{kLogging, 7, 'q', kPause}}) {  // a damaged setting acts as "any key"
+        Case{kLogging, 7, 'q', kPause}})  // a damaged setting acts as "any key"
     EXPECT_EQ(keyAction(state, pauseKey, key), action)
         << "state " << static_cast<int>(state) << " pauseKey " << pauseKey << " key " << key;
-  }
   // The pause button shown follows the pause key and, for any key, the mode.
   using enum SurveyMode;
   using Button = std::tuple<std::int32_t, SurveyMode, std::int32_t>;
@@ -72,10 +71,9 @@ TEST(StatusTexts, StationFileAndTrigger) {
   for (const auto& [pressed, mode, state, shown] :
        {Trigger{true, kAuto, kLogging, "M"}, Trigger{true, kWheel, kStandBy, "M"},
         Trigger{true, kManual, kLogging, " "}, Trigger{true, kManual, kStandBy, "M"},
-        Trigger{true, kManual, kMonitor, "M"}, Trigger{false, kAuto, kMonitor, " "}}) {
+        Trigger{true, kManual, kMonitor, "M"}, Trigger{false, kAuto, kMonitor, " "}})
     EXPECT_EQ(triggerIndicatorText(pressed, mode, state), shown)
         << pressed << modeIndex(mode) << static_cast<int>(state);
-  }
 }
 
 Settings lineTen(std::int32_t sequence) {
