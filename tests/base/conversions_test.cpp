@@ -33,9 +33,8 @@ TEST(NumberText, ParsingReadsLikeTheCLibrary) {
   using Case = std::pair<const char*, double>;
   for (const auto& [text, value] :
        {Case{"  12.5abc", 12.5}, Case{"\t-0.5e1x", -5.0}, Case{"+.25", 0.25}, Case{"abc", 0.0},
-        Case{"0x10", 0.0}, Case{"1,5", 1.0}}) {
+        Case{"0x10", 0.0}, Case{"1,5", 1.0}})
     EXPECT_EQ(parseDecimalPrefix(text), value) << text;
-  }
   EXPECT_EQ(parseDecimalPrefix(u" 47.5\u00b0"), 47.5);
   EXPECT_EQ(parseIntegerPrefix(" -42.9xyz"), -42);
 }

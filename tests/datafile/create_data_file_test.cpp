@@ -1,5 +1,4 @@
-// The "Create Data File" dialog loop, driven offscreen the way an operator
-// would use it.
+// The "Create Data File" dialog loop, driven offscreen as an operator would.
 
 #include "datafile/create_data_file.h"
 
@@ -7,8 +6,6 @@
 
 #include <QApplication>
 #include <QFileDialog>
-#include <QLineEdit>
-#include <QTest>
 
 #include "datafile/data_file_naming.h"
 #include "platform/clock.h"
@@ -21,21 +18,13 @@ namespace {
 
 using testing::ModalScript;
 
-// Types `name` into the save dialog (the name only: a path would make the
-// dialog navigate) and accepts it, or cancels when `name` is empty;
-// `proposed` receives what it offered.
+// The save dialog, answered with `name` (cancelled when empty); `proposed`
+// receives what it offered.
 ModalScript::Step saveAs(const QString& name, QString* proposed = nullptr) {
-  return [=](QWidget* modal) {
-    auto* dialog = qobject_cast<QFileDialog*>(modal);
-    auto* edit = dialog ? dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit")) : nullptr;
-    if (!edit) return false;
+  return testing::fileDialogStep(name, [=](QFileDialog* dialog, const QString& offered) {
     EXPECT_EQ(dialog->windowTitle(), "Create Data File");
-    if (proposed) *proposed = edit->text();
-    if (name.isEmpty()) return dialog->reject(), true;
-    edit->setText(name);
-    QTest::keyClick(edit, Qt::Key_Return);
-    return true;
-  };
+    if (proposed) *proposed = offered;
+  });
 }
 
 // Cancel creates nothing; an existing name typed brings the warning and the

@@ -1,12 +1,10 @@
-// Whole logging runs of the real gc40 against gc40-sim over a pseudo-terminal,
-// driven by keys as an operator would drive them; the data file each run
-// leaves is read back record by record.
+// Whole runs of the real gc40 against gc40-sim, driven by keys as an operator
+// would; the data file each run leaves is read back record by record.
 
 #include <gtest/gtest.h>
 #include <sys/mount.h>
 
 #include <algorithm>
-#include <charconv>
 #include <chrono>
 #include <csignal>
 #include <memory>
@@ -16,9 +14,8 @@
 
 #include "base/number_text.h"
 #include "datafile/data_file_reader.h"
-#include "gps/gps_line_assembler.h"
 #include "support/child_process.h"
-#include "support/file_size_limit.h"
+#include "support/gps_printing.h"
 #include "support/settings_listing.h"
 #include "support/temp_folder.h"
 #include "viewer/survey_lines.h"
@@ -31,6 +28,15 @@ namespace fs = std::filesystem;
 
 constexpr int kCyclesPerReading = 2;  // Auto mode at the default 5 readings a second
 const std::string kLoggingScreen = "LoggingWnd";
+
+// The readings in a file, or the notes that say `text`.
+std::size_t countRecords(const DataFileContents& contents, const std::string& text = "") {
+  return std::count_if(contents.records.begin(), contents.records.end(), [&](const FileRecord& r) {
+    const auto* note = std::get_if<TextRecord>(&r.value);
+    return text.empty() ? std::holds_alternative<ReadingRecord>(r.value)
+                        : note && note->text == text;
+  });
+}
 
 class WholeRun : public ::testing::Test {
  protected:
@@ -89,11 +95,7 @@ class WholeRun : public ::testing::Test {
 
   // gc40 reports the station of each reading it writes ("recorded 12.5").
   void noteRecorded(const std::string& line) {
-    constexpr std::string_view kRecorded = "recorded ";
-    if (!line.starts_with(kRecorded)) return;
-    double station = 0;
-    std::from_chars(line.data() + kRecorded.size(), line.data() + line.size(), station);
-    loggedStations.push_back(station);
+    if (line.starts_with("recorded ")) loggedStations.push_back(parseDecimalPrefix(line.substr(9)));
   }
 
   void send(const std::string& command) { ASSERT_TRUE(gc40->send(command + "\n")); }
@@ -107,55 +109,44 @@ class WholeRun : public ::testing::Test {
     ASSERT_TRUE(waitFront("GC40", kLoggingScreen));
   }
 
-  // The logging screen as <shots>_<state>.png in the build folder.
-  void shot(const std::string& state) {
-    if (shots.empty()) return;
-    const std::string path = GC40_TEST_OUTPUT_DIR "/" + shots + "_" + state + ".png";
+  // The screen as <name>.png in the build folder; its path.
+  std::string shot(const std::string& name) {
+    const std::string path = GC40_TEST_OUTPUT_DIR "/" + name + ".png";
     send("shot " + path);
-    ASSERT_TRUE(waitForLine("shot " + path));
+    EXPECT_TRUE(waitForLine("shot " + path));
+    return path;
   }
 
   DataFileContents file() const { return readDataFile(testing::readBytes(dataFile)); }
 
   // Waits until the file holds `count` readings, or `count` notes `text`.
   bool waitForRecords(std::size_t count, const std::string& text = "") {
-    for (int i = 0; i < 500; ++i) {
-      std::size_t found = 0;
-      for (const FileRecord& record : file().records) {
-        const auto* note = std::get_if<TextRecord>(&record.value);
-        found += text.empty() ? std::holds_alternative<ReadingRecord>(record.value)
-                              : note && note->text == text;
-      }
-      if (found >= count) return true;
-      std::this_thread::sleep_for(20ms);
-    }
+    for (int i = 0; i < 500; ++i, std::this_thread::sleep_for(20ms))
+      if (countRecords(file(), text) >= count) return true;
     ADD_FAILURE() << "the file never held " << count << " records " << text;
     return false;
   }
 
-  // Create File through the real dialog, then Go.
   void createFileAndGo() {
     send("key l");
     ASSERT_TRUE(waitFront("GC40", kLoggingScreen));
-    shot("monitor");
+    if (!shots.empty()) shot(shots + "_monitor");
     dialog("c", "Create Data File", "E2E");
-    shot("standby");
+    if (!shots.empty()) shot(shots + "_standby");
     send("key g");
   }
 
   testing::TempFolder folder;
   fs::path storage = folder.path() / "GC40";
   fs::path temporaryFolder = folder.path() / "tmp";  // gc40's: what it leaves shows
-  fs::path meter = folder.path() / "meter";
-  fs::path receiver = folder.path() / "receiver";
+  fs::path meter = folder.path() / "meter", receiver = folder.path() / "receiver";
   std::optional<std::string> receiverCapture;  // set before SetUp for a GPS run
-  std::string shots;                           // no screenshots when empty
+  std::string shots;                           // the run's screenshots, none when empty
   std::vector<std::string> simOptions;         // more for gc40-sim
   bool ownSimulator = false;                   // gc40 --simulate instead of gc40-sim here
   std::optional<rlim_t> fileSizeLimit;         // on the files gc40 writes
   fs::path dataFile = folder.path() / "GC40" / "DATA40" / "E2E.R40";
-  std::unique_ptr<testing::ChildProcess> sim;
-  std::unique_ptr<testing::ChildProcess> gc40;
+  std::unique_ptr<testing::ChildProcess> sim, gc40;
   std::vector<double> loggedStations;
 };
 
@@ -190,9 +181,9 @@ void expectEveryReadingInOrder(const DataFileContents& contents, int atLeast) {
     if (!reading) continue;
     ++readings;
     const int count = parseIntegerPrefix(reading->instrumentRecord.substr(2, 5));
-    if (lastCount) {
-      EXPECT_EQ(count, *lastCount + kCyclesPerReading) << "at " << record.offset;
-    }
+    const int expected =
+        lastCount ? *lastCount + kCyclesPerReading : count;  // any, first of a stretch
+    EXPECT_EQ(count, expected) << "at " << record.offset;
     EXPECT_GE(reading->tick, lastTick) << "at " << record.offset;
     EXPECT_EQ(reading->instrumentRecord[0], 'T');
     lastCount = count;
@@ -212,7 +203,7 @@ TEST_F(WholeRun, LinesStationsCommentsAndPausesAreRecordedInOrder) {
   dialog("n", "New Station", "100");
   send("key g");
   ASSERT_TRUE(waitForRecords(16));
-  shot("logging");  // the profile has scrolled by now
+  shot(shots + "_logging");  // the profile has scrolled by now
   send("key Space");
   ASSERT_TRUE(waitForRecords(2, "$PAUSED"));
   send("key x");
@@ -229,9 +220,7 @@ TEST_F(WholeRun, LinesStationsCommentsAndPausesAreRecordedInOrder) {
   send("key Down");
   send("key Return");
   send("key Right");
-  const std::string viewShot = GC40_TEST_OUTPUT_DIR "/view_files_e2e_landscape.png";
-  send("shot " + viewShot);
-  ASSERT_TRUE(waitForLine("shot " + viewShot));
+  shot("view_files_e2e_landscape");
   send("key x");
   ASSERT_TRUE(waitFront("GC40"));
   send("key x");
@@ -284,7 +273,7 @@ class GpsRun : public WholeRun {
 TEST_F(GpsRun, SentencesAmongTheReadingsUntilASilentMeterEndsTheRun) {
   createFileAndGo();
   ASSERT_TRUE(waitForRecords(15));
-  shot("logging");
+  shot(shots + "_logging");
   sim->signal(SIGSTOP);  // the cable is pulled
   ASSERT_TRUE(waitFront("NO CONNECTION", kLoggingScreen));
   send("key Return");
@@ -304,38 +293,26 @@ TEST_F(GpsRun, SentencesAmongTheReadingsUntilASilentMeterEndsTheRun) {
   std::erase(end, 'T');
   EXPECT_EQ(end, breaks + "(X$CONN END)") << shape;
   expectEveryReadingInOrder(contents, 15);
-  std::vector<GpsLine> recorded;
+  // Each sentence as a line feed, its verdict and its text.
+  std::string recorded, sent, loops;
   std::optional<std::uint32_t> pendingTick;  // of the last sentence not yet followed by a reading
   for (const FileRecord& record : contents.records) {
     if (const auto* gps = std::get_if<GpsSentenceRecord>(&record.value)) {
-      recorded.push_back({gps->sentence, gps->valid, gps->tick});
+      recorded += (gps->valid ? "\n@" : "\n?") + gps->sentence;
       if (!pendingTick) pendingTick = gps->tick;
     } else if (const auto* reading = std::get_if<ReadingRecord>(&record.value)) {
-      if (pendingTick) {
-        EXPECT_LE(*pendingTick, reading->tick) << "at " << record.offset;
-      }
+      EXPECT_LE(pendingTick.value_or(0), reading->tick) << "at " << record.offset;
       pendingTick.reset();
     }
   }
   // The capture's lines with their verdicts, as the receiver sends them over
-  // and over.
-  std::vector<GpsLine> sent;
-  GpsLineAssembler assembler;
-  assembler.feed(testing::readBytes(*receiverCapture), 0,
-                 [&](std::string_view text, std::uint32_t tick) {
-                   judgeGpsLine(text, tick, [&](const GpsLine& line) { sent.push_back(line); });
-                 });
-  ASSERT_GT(recorded.size(), sent.size());  // the whole capture at least once
-  bool unbroken = false;
-  for (std::size_t start = 0; start < sent.size() && !unbroken; ++start) {
-    unbroken = true;
-    for (std::size_t i = 0; i < recorded.size() && unbroken; ++i) {
-      const GpsLine& expected = sent[(start + i) % sent.size()];
-      unbroken = recorded[i].text == expected.text && recorded[i].valid == expected.valid;
-    }
-  }
-  EXPECT_TRUE(unbroken);
-  EXPECT_NE(std::count_if(recorded.begin(), recorded.end(), [](auto& l) { return !l.valid; }), 0);
+  // and over: the recorded ones are a stretch of those, a line feed apart.
+  for (const GpsLine& line : judgedGpsLines(testing::readBytes(*receiverCapture)))
+    sent += (line.valid ? "\n@" : "\n?") + line.text;
+  while (loops.size() < recorded.size() + sent.size()) loops += sent;
+  EXPECT_GT(recorded.size(), sent.size());  // the whole capture at least once
+  EXPECT_NE(loops.find(recorded), std::string::npos) << "not one stretch of the capture";
+  EXPECT_NE(recorded.find("\n?"), std::string::npos);
 }
 
 // Storage that fills while the meter sends flat out: a small tmpfs over the
@@ -368,23 +345,17 @@ TEST_F(FullStorageRun, AFullDeviceStopsTheRecordingAndLosesNothingRecorded) {
   const std::size_t recorded = loggedStations.size();
   const DataFileContents contents = file();  // no problem: no torn record either
   EXPECT_TRUE(contents.problems.empty());
-  EXPECT_EQ(std::count_if(contents.records.begin(), contents.records.end(),
-                          [](auto& r) { return std::holds_alternative<ReadingRecord>(r.value); }),
-            std::ptrdiff_t(recorded));
+  EXPECT_EQ(countRecords(contents), recorded);
   EXPECT_GT(recorded, 500u);
 
   send("key Return");  // the box
   ASSERT_TRUE(waitFront("GC40", kLoggingScreen));
   // The readings still change on the screen (only on the small file system:
   // a picture is larger than the size limit).
-  const std::string shotPath = GC40_TEST_OUTPUT_DIR "/full_storage_monitor";
-  for (const char* n : {"1", "2"}) {
-    std::this_thread::sleep_for(300ms);  // a few hundred readings apart
-    send("shot " + shotPath + n + ".png");
-    ASSERT_TRUE(waitForLine("shot " + shotPath + n + ".png"));
-  }
-  EXPECT_TRUE(!mounted ||
-              testing::readBytes(shotPath + "1.png") != testing::readBytes(shotPath + "2.png"));
+  std::this_thread::sleep_for(300ms);  // a few hundred readings apart
+  const std::string first = testing::readBytes(shot("full_storage_monitor1"));
+  std::this_thread::sleep_for(300ms);
+  EXPECT_TRUE(!mounted || testing::readBytes(shot("full_storage_monitor2")) != first);
   EXPECT_EQ(loggedStations.size(), recorded);
 
   if (mounted) fs::remove(storage / "DATA40" / "ballast");

@@ -24,9 +24,8 @@ int main(int argc, char** argv) {
     gc40::GpsCaptureReader reader;
     reader.feed(gc40::testing::readBytes(capture));
     const auto chk = capture.string() + ".chk";
-    gc40::testing::writeBytes(chk,
-                              gc40::gpsChkListing(capture.filename().string(), reader.lines()));
-    std::cout << chk << ": " << reader.lines().size() << " lines\n";
+    gc40::testing::writeBytes(chk, gc40::gpsChkListing(capture.filename().string(), reader.lines));
+    std::cout << chk << ": " << reader.lines.size() << " lines\n";
   }
   return captures.empty() ? 1 : 0;
 }

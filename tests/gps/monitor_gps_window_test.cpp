@@ -1,6 +1,4 @@
-// The Monitor GPS screen over a pseudo-terminal that stands in for the GPS
-// receiver: the lines it lists, pause, the command it sends, the NO DATA
-// line on a clock the test moves, and Exit.
+// The Monitor GPS screen over a pseudo-terminal that stands in for the receiver.
 
 #include "gps/monitor_gps_window.h"
 
@@ -13,26 +11,23 @@
 #include <QListWidget>
 #include <QTest>
 
-#include "app/main_window.h"
 #include "gps/gps_message_dialog.h"
 #include "instrument/serial_ports.h"
 #include "support/dialog_checks.h"
-#include "support/test_application.h"
 
 namespace gc40 {
 namespace {
 
 using namespace gc40::testing;
 
-// A main window with the screen over it, reading the receiver's
-// pseudo-terminal from the start.
-struct Bench {
-  explicit Bench(Orientation shape) : context(preparedLogger(folder, shape, 1)) {
+// The screen over the main window, reading the receiver's pseudo-terminal
+// from the start.
+struct Bench : ShownLogger {
+  explicit Bench(Orientation shape) : ShownLogger(shape) {
     receiver = posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK);
     if (receiver >= 0 && grantpt(receiver) == 0 && unlockpt(receiver) == 0)
       context.ports.paths[std::size_t(context.settings.gpsPort)] = ptsname(receiver);
     context.settings.gpsEnabled = 1;
-    window.show();
     SerialPortOpening opening = openGpsPort(context.settings, context.ports);
     EXPECT_TRUE(opening.port) << opening.failure.toStdString();
     if (opening.port) monitor.startReader(std::move(opening.port));
@@ -70,21 +65,13 @@ struct Bench {
     return shown.join('+');
   }
 
-  TempFolder folder;
-  LoggerContext context;
-  MainWindow window{context};
   std::uint32_t now = 0xFFFFF000u;  // the tick counter wraps during a test
   MonitorGpsWindow monitor{context.settings, &window, 1, [this] { return now; }};
   int receiver = -1;
 };
 
-class MonitorGpsTest : public ::testing::Test {
- protected:
-  TestApplication<QApplication> application;
-};
-
 // In both shapes; leaves monitor_gps_<shape>.png in the tests' build folder.
-TEST_F(MonitorGpsTest, ListsLinesInViewPausesAndExitsOnX) {
+TEST(MonitorGpsTest, ListsLinesInViewPausesAndExitsOnX) {
   for (const Orientation shape : {Orientation::kPortrait, Orientation::kLandscape}) {
     Bench bench(shape);
     EXPECT_EQ(bench.monitor.geometry(), bench.window.rect());
@@ -126,7 +113,7 @@ TEST_F(MonitorGpsTest, ListsLinesInViewPausesAndExitsOnX) {
   }
 }
 
-TEST_F(MonitorGpsTest, SendWritesTheTypedLineAndResumesEvenWhenPaused) {
+TEST(MonitorGpsTest, SendWritesTheTypedLineAndResumesEvenWhenPaused) {
   Bench bench(Orientation::kLandscape);
   bench.button(kGpsPauseId)->click();
   const auto sendVia = [&](std::function<void(QDialog*)> drive) {
@@ -155,7 +142,7 @@ TEST_F(MonitorGpsTest, SendWritesTheTypedLineAndResumesEvenWhenPaused) {
   EXPECT_EQ(bench.lines(), QStringList{"$PASHR,ACK"});
 }
 
-TEST_F(MonitorGpsTest, NoDataAfterMoreThanSevenSilentSecondsWhileRunning) {
+TEST(MonitorGpsTest, NoDataAfterMoreThanSevenSilentSecondsWhileRunning) {
   Bench bench(Orientation::kLandscape);
   const auto after = [&](std::uint32_t ms) {
     bench.now += ms;

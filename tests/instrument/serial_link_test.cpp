@@ -1,5 +1,6 @@
-// The instrument link over a real pseudo-terminal, fed by gc40-sim: every
-// record reaches the framer in order, and a closed port never spins.
+// The serial links: what each port is set to, and the instrument's over a real
+// pseudo-terminal fed by gc40-sim, where every record reaches the framer in
+// order and a closed port never spins.
 
 #include <gtest/gtest.h>
 #include <stdlib.h>
@@ -7,9 +8,11 @@
 #include <QApplication>
 #include <QSignalSpy>
 #include <QTest>
+#include <tuple>
 
 #include "base/number_text.h"
 #include "instrument/instrument_reader.h"
+#include "instrument/port_settings.h"
 #include "instrument/serial_ports.h"
 #include "platform/raw_capture.h"
 #include "support/child_process.h"
@@ -20,6 +23,45 @@ namespace gc40 {
 namespace {
 
 using namespace std::chrono_literals;
+
+using P = SerialParity;
+using S = SerialStopBits;
+// Speed, data bits, parity and stop bits; an empty one keeps the port's own.
+using Framing = std::tuple<std::optional<std::int32_t>, std::optional<std::int32_t>,
+                           std::optional<SerialParity>, std::optional<SerialStopBits>>;
+
+Framing framing(const SerialLineSettings& line) {
+  return {line.baudRate, line.dataBits, line.parity, line.stopBits};
+}
+
+TEST(PortSettings, GpsFramingFollowsTheChoicesAndTheInstrumentsIsFixed) {
+  // Indexes into the dialog's lists of speeds, parities, data bits and stop bits.
+  struct Case {
+    std::int32_t baud, parity, dataBits, stopBits;
+    Framing expected;
+  };
+  for (const Case& c : {
+           Case{1, 0, 1, 0, {9600, 8, P::kNone, S::kOne}},  // the defaults
+           Case{0, 1, 0, 1, {4800, 7, P::kEven, S::kTwo}},
+           Case{5, 2, 0, 0, {115200, 7, P::kOdd, S::kOne}},
+           Case{6, 3, 2, 2, {}},  // past each list: the port keeps its own
+           Case{3, 2, -1, 1, {38400, std::nullopt, P::kOdd, S::kTwo}},  // only that one
+       }) {
+    Settings settings;
+    settings.gpsBaudIndex = c.baud, settings.gpsParity = c.parity;
+    settings.gpsDataBitsIndex = c.dataBits, settings.gpsStopBitsIndex = c.stopBits;
+    const SerialLineSettings gps = gpsLineSettings(settings);
+    EXPECT_EQ(framing(gps), c.expected) << c.baud << c.parity << c.dataBits << c.stopBits;
+    EXPECT_EQ(std::tuple(gps.softwareFlowControl, gps.dataTerminalReady, gps.requestToSend,
+                         gps.openAttempts),
+              std::tuple(true, std::optional<bool>(), std::optional<bool>(), 10));
+  }
+  const SerialLineSettings instrument = instrumentLineSettings();
+  EXPECT_EQ(framing(instrument), (Framing{9600, 8, P::kNone, S::kOne}));
+  EXPECT_EQ(std::tuple(instrument.softwareFlowControl, instrument.dataTerminalReady,
+                       instrument.requestToSend, instrument.openAttempts),
+            std::tuple(false, true, false, 1));
+}
 
 constexpr int kRecordBytes = 13;  // 12 + CR
 // Idle CPU allowed over one second; a port spinning on errors uses all of it.

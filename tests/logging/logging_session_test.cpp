@@ -1,6 +1,5 @@
-// The logging run driven as the window drives it: keys, clicks, readings and
-// timer ticks into the session, a fake screen that notes what it was told,
-// and the data file read back.
+// The logging run driven as the window drives it, with a fake screen that
+// notes what it is told, and the data file read back.
 
 #include "logging/logging_session.h"
 
@@ -18,7 +17,6 @@
 #include "datafile/record_writers.h"
 #include "gps/gps_line_assembler.h"
 #include "logging/command_keys.h"
-#include "support/file_size_limit.h"
 #include "support/temp_folder.h"
 
 namespace gc40 {
@@ -81,9 +79,7 @@ struct FakeView : LoggingView {
   void leave() override { note("leave"); }
 
   void note(std::string line) { calls.push_back(std::move(line)); }
-  bool called(std::string_view line) const {
-    return std::find(calls.begin(), calls.end(), line) != calls.end();
-  }
+  bool called(std::string_view line) const { return std::ranges::find(calls, line) != calls.end(); }
 
   Settings& settings;
   FakeClock& clock;
@@ -100,17 +96,27 @@ struct FakeView : LoggingView {
 // Status bytes: 0x20 vertical, range 1000; 0x40 is the trigger.
 constexpr char kReleased = 0x20;
 constexpr char kPressed = 0x60;
+const std::string kGga = "$GPGGA,123519,4807.038,N,01131.000,E,1,08,0.9,545.4,M,46.9,M,,*47";
 
 struct LoggingRun : ::testing::Test {
   void start() { session.prepareRun(ProfileTraces{}); }
+  void keys(std::string_view typed) {
+    for (const char key : typed) session.onKey(key);
+  }
   void startLogging() {
     start();
-    session.onKey('C');
-    session.onKey('G');
+    keys("CG");  // Create File, Go
   }
+  // Timer ticks each longer than the connection timeout after the last.
+  void staleTicks(int count) {
+    for (int i = 0; i < count; ++i) {
+      clock.tick += kConnectionTimeoutMs + 1;
+      session.onTimerTick();
+    }
+  }
+  std::string fileBytes() const { return testing::readBytes(view.folder.path() / view.fileName); }
   void reading(char status, std::string_view first = "012.0", std::string_view second = "-01.5") {
-    const std::string record =
-        "T" + std::string(1, status) + std::string(first) + std::string(second);
+    const std::string record = "T" + std::string(1, status) + std::string(first).append(second);
     clock.tick += 100;
     session.onRecordArrived(clock.tick);
     session.onReading(record, clock.tick);
@@ -119,7 +125,7 @@ struct LoggingRun : ::testing::Test {
   // comment as its letter and text, anything else as its letter.
   Lines recordsAfterHeader() const {
     Lines shortened;
-    const std::string bytes = testing::readBytes(view.folder.path() / view.fileName);
+    const std::string bytes = fileBytes();
     for (const FileRecord& record : readDataFile(bytes).records) {
       if (record.offset < 7 * dataRecordLength) continue;
       if (auto* reading = std::get_if<ReadingRecord>(&record.value))
@@ -198,8 +204,7 @@ TEST_F(LoggingRun, ManualTriggerRecordsOneReadingPerPress) {
   start();
   reading(kPressed);
   EXPECT_EQ(view.readings.back().triggerIndicator, 'M');
-  session.onKey('c');
-  session.onKey('g');
+  keys("cg");
   EXPECT_TRUE(view.called("pause button 4"));
   for (const char status : {kReleased, kPressed, kPressed, '\xE0', kReleased, kPressed})
     reading(status, "0" + formatInteger(view.readings.size()) + "0.0");
@@ -228,9 +233,7 @@ TEST_F(LoggingRun, NewLineStartsTheStationsAgainAndTheFirstGroupStays) {
     return true;
   };
   start();
-  session.onKey('C');
-  session.onKey('L');
-  session.onKey('G');
+  keys("CLG");
   std::vector<double> carried;
   for (int i = 0; i < 4; ++i) {
     carried.push_back(settings.currentStation);
@@ -249,29 +252,27 @@ TEST_F(LoggingRun, NewLineStartsTheStationsAgainAndTheFirstGroupStays) {
 // While a dialog holds the display back they are still written, and neither
 // shown nor counted.
 TEST_F(LoggingRun, GpsSentencesAreWrittenOnlyWhileLoggingInArrivalOrder) {
-  const std::string gga = "$GPGGA,123519,4807.038,N,01131.000,E,1,08,0.9,545.4,M,46.9,M,,*47";
-  const std::string badGga = gga.substr(0, gga.size() - 1) + "6";
+  const std::string badGga = kGga.substr(0, kGga.size() - 1) + "6";
   start();
-  gpsBytes(gga + "\r\n", 1);  // Monitor: shown, not counted
-  session.onKey('C');
-  session.onKey('G');
-  gpsBytes(gga + "\r\n$GPGSA,A,3,04,05,,09,12,,,24,,,,,2.5,1.3,2.1*39\r\n", 2);
+  gpsBytes(kGga + "\r\n", 1);  // Monitor: shown, not counted
+  keys("CG");
+  gpsBytes(kGga + "\r\n$GPGSA,A,3,04,05,,09,12,,,24,,,,,2.5,1.3,2.1*39\r\n", 2);
   reading(kReleased);
   gpsBytes("ABC\r\n" + badGga + "\r\n", 3);
   session.setGpsDisplaySuppressed(true);
-  gpsBytes(gga + "\r\n", 4);
+  gpsBytes(kGga + "\r\n", 4);
   session.setGpsDisplaySuppressed(false);
   session.onKey(' ');  // pause
-  gpsBytes(gga + "\r\n", 5);
+  gpsBytes(kGga + "\r\n", 5);
   Lines shown;
   std::copy_if(view.calls.begin(), view.calls.end(), std::back_inserter(shown),
                [](const std::string& call) { return call.starts_with("gps "); });
   EXPECT_EQ(shown, (Lines{"gps -| 8|AGPS|-", "gps 1    | 8|AGPS|-", "gps -|-|-|2.5 ", "gps -|-|-|-",
                           "gps -|-|-|-", "gps -|??||-", "gps -| 8|AGPS|-"}));
   EXPECT_EQ(recordsAfterHeader(),
-            (Lines{"X$STARTED", "@" + gga + "!2",
+            (Lines{"X$STARTED", "@" + kGga + "!2",
                    "@$GPGSA,A,3,04,05,,09,12,,,24,,,,,2.5,1.3,2.1*39!2", "T 012.0-01.5", "?ABC!2",
-                   "?ABC!2", "?" + badGga + "!3", "@" + gga + "!4", "X$PAUSED"}));
+                   "?ABC!2", "?" + badGga + "!3", "@" + kGga + "!4", "X$PAUSED"}));
 }
 
 // Stale ticks while the comment dialog is up: five breaks, the end, and the
@@ -283,10 +284,7 @@ TEST_F(LoggingRun, LostConnectionEndsTheRunThroughAnOpenDialog) {
   view.whileDialogUp = [this, started] {
     clock.tick = started + kConnectionTimeoutMs;
     session.onTimerTick();  // not yet stale
-    for (int i = 0; i < 8; ++i) {
-      clock.tick += kConnectionTimeoutMs + 1;
-      session.onTimerTick();
-    }
+    staleTicks(8);
   };
   session.onButton(460);  // pause
   session.onKey('c');
@@ -297,7 +295,7 @@ TEST_F(LoggingRun, LostConnectionEndsTheRunThroughAnOpenDialog) {
   EXPECT_EQ(Lines(end, view.calls.end()), (Lines{"no connection", "close dialogs", "leave"}));
   EXPECT_EQ(std::count(view.calls.begin(), view.calls.end(), "message Please Wait..."), 5);
   EXPECT_FALSE(session.running());
-  const std::string bytes = testing::readBytes(view.folder.path() / view.fileName);
+  const std::string bytes = fileBytes();
   EXPECT_EQ(bytes.substr(bytes.size() - 24, 12), "X$CONN END  ");
 }
 
@@ -305,12 +303,6 @@ TEST_F(LoggingRun, LostConnectionEndsTheRunThroughAnOpenDialog) {
 // quiet, and one arriving after breaks starts the count toward the end afresh.
 TEST_F(LoggingRun, EveryRecordRestartsTheConnectionWatch) {
   startLogging();
-  const auto staleTicks = [this](int count) {
-    for (int i = 0; i < count; ++i) {
-      clock.tick += kConnectionTimeoutMs + 1;
-      session.onTimerTick();
-    }
-  };
   for (int i = 0; i < 10; ++i) {
     session.onRecordArrived(clock.tick);
     clock.tick += kConnectionTimeoutMs;
@@ -333,13 +325,12 @@ TEST_F(LoggingRun, EveryRecordRestartsTheConnectionWatch) {
 // from then on readings are shown but not taken for recorded, until a new
 // file is created.
 TEST_F(LoggingRun, AFullDeviceStopsTheRecordingAtItsLastWholeRecord) {
-  const std::string gga = "$GPGGA,123519,4807.038,N,01131.000,E,1,08,0.9,545.4,M,46.9,M,,*47";
   constexpr std::size_t kHeaderAndStart = 8 * dataRecordLength;
   {
     testing::FileSizeLimit limit(kHeaderAndStart + 2 * dataRecordLength + 50);
     startLogging();
     for (int i = 0; i < 2; ++i) reading(kReleased);
-    gpsBytes(gga + "\r\n", 1);  // four records and the "!": the third is cut short
+    gpsBytes(kGga + "\r\n", 1);  // four records and the "!": the third is cut short
     reading(kReleased);
     EXPECT_EQ(session.state().loggingState, LoggingState::kMonitor);
     session.onKey(' ');  // Monitor has no pause
@@ -355,8 +346,7 @@ TEST_F(LoggingRun, AFullDeviceStopsTheRecordingAtItsLastWholeRecord) {
             kHeaderAndStart + 2 * dataRecordLength);
 
   view.fileName = "RUN2.R40";  // room again: a new file records
-  session.onKey('C');
-  session.onKey('G');
+  keys("CG");
   reading(kReleased);
   EXPECT_TRUE(view.readings.back().recorded);
   EXPECT_EQ(recordsAfterHeader(), (Lines{"X$STARTED", "T 012.0-01.5"}));
@@ -375,8 +365,7 @@ TEST_F(LoggingRun, WhatIsWrittenIsSyncedWithinASecondAndAtThePause) {
   EXPECT_LT(whileLogging, 10u);
   session.onKey(' ');
   EXPECT_EQ(view.syncs.size(), whileLogging + 1);
-  const std::string bytes = testing::readBytes(view.folder.path() / view.fileName);
-  for (const FileRecord& record : readDataFile(bytes).records) {
+  for (const FileRecord& record : readDataFile(fileBytes()).records) {
     if (const auto* reading = std::get_if<ReadingRecord>(&record.value)) {
       const auto synced = std::lower_bound(view.syncs.begin(), view.syncs.end(), reading->tick);
       EXPECT_TRUE(synced != view.syncs.end() && *synced - reading->tick <= 1000u)

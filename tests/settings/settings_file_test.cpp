@@ -80,9 +80,7 @@ TEST(SettingsFile, MissingOrOldFilesGetTheDefaultsAndOddLinesReadSafely) {
   // A file cut inside line 47 keeps the fields from there on and is never rewritten.
   const std::string full = fileWithLine(33, "250.000000");
   const std::string cut = full.substr(0, full.find("0.200000\r\n2.000000") + 3);
-  Settings before;
-  before.stationIncrementWheel = 9.0f;
-  before.startStation = 5.0;
+  const Settings before{.startStation = 5.0, .stationIncrementWheel = 9.0f};
   const Settings s = loadBytes(folder, cut, Outcome::kLoaded, before);
   EXPECT_EQ(std::tuple(s.conductivityPixelsPerUnit, s.stationIncrementWheel, s.currentStation),
             std::tuple(180.0f / 250.0f, 9.0f, 5.0));
@@ -90,8 +88,7 @@ TEST(SettingsFile, MissingOrOldFilesGetTheDefaultsAndOddLinesReadSafely) {
 }
 
 TEST(SettingsFile, WheelModeSavesOnlyTheSignOfTheStep) {
-  Settings s;
-  s.surveyMode = SurveyMode::kWheel;
+  Settings s{.surveyMode = SurveyMode::kWheel};
   for (const auto& [step, line] : {std::pair{0.0f, "1.000000\r\n"}, {-0.5f, "-1.000000\r\n"}}) {
     s.stationIncrement = step;
     EXPECT_EQ(settingsFileLines(s).back(), line);

@@ -20,10 +20,9 @@
 
 namespace gc40::testing {
 
-// CPU time used so far by this process, or by its reaped children.
-inline std::chrono::microseconds cpuTime(int who = RUSAGE_SELF) {
+inline std::chrono::microseconds cpuTime() {
   rusage usage{};
-  getrusage(who, &usage);
+  getrusage(RUSAGE_SELF, &usage);
   return std::chrono::seconds(usage.ru_utime.tv_sec + usage.ru_stime.tv_sec) +
          std::chrono::microseconds(usage.ru_utime.tv_usec + usage.ru_stime.tv_usec);
 }
@@ -68,7 +67,6 @@ class ChildProcess {
     if (input_ >= 0) close(input_);
   }
 
-  // Writes `text` to its standard input.
   bool send(const std::string& text) const {
     ::signal(SIGPIPE, SIG_IGN);  // a child that has gone is a failed send, not a dead test
     return input_ >= 0 && write(input_, text.data(), text.size()) == ssize_t(text.size());
@@ -97,9 +95,8 @@ class ChildProcess {
   }
 
   // Its exit code (128 + signal when a signal ended it) once it has ended on
-  // its own within `timeout`; the CPU time it used goes to usedCpu.
+  // its own within `timeout`.
   std::optional<int> waitForExit(std::chrono::milliseconds timeout = std::chrono::seconds(2)) {
-    const auto before = cpuTime(RUSAGE_CHILDREN);
     const auto deadline = std::chrono::steady_clock::now() + timeout;
     int status = 0;
     while (pid_ > 0 && waitpid(pid_, &status, WNOHANG) != pid_) {
@@ -108,7 +105,6 @@ class ChildProcess {
     }
     if (pid_ <= 0) return std::nullopt;
     pid_ = -1;
-    usedCpu = cpuTime(RUSAGE_CHILDREN) - before;
     return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
   }
 
@@ -118,8 +114,6 @@ class ChildProcess {
     signal(SIGCONT);
     return waitForExit(std::chrono::seconds(10));
   }
-
-  std::chrono::microseconds usedCpu = std::chrono::hours(1);
 
  private:
   // False at the end of the output or the deadline.

@@ -1,11 +1,13 @@
 #pragma once
-// Shared by the dialogs' widget tests: a logger on a temporary storage root,
-// its saved settings file, controls by id, and a check of a dialog's look.
+// Shared by the screens' and dialogs' widget tests: a logger on a temporary
+// storage root and its main window, its saved settings file, controls by id,
+// and a check of a dialog's look.
 // Screenshots go to GC40_TEST_OUTPUT_DIR, which the test program defines.
 
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QComboBox>
 #include <QDialog>
 #include <QImage>
@@ -14,16 +16,44 @@
 #include <QPushButton>
 #include <functional>
 #include <ostream>
+#include <sstream>
 #include <string>
 #include <utility>
+#include <variant>
 #include <vector>
 
+#include "app/main_window.h"
+#include "app/start_up.h"
 #include "settings/settings_file.h"
 #include "support/modal_script.h"
-#include "support/prepared_logger.h"
+#include "support/temp_folder.h"
+#include "support/test_application.h"
 #include "ui/setup_dialog.h"
 
 namespace gc40::testing {
+
+// A logger prepared on a test's own storage root, as gc40 prepares itself.
+inline LoggerContext preparedLogger(const TempFolder& folder,
+                                    Orientation orientation = Orientation::kLandscape,
+                                    std::optional<int> scale = std::nullopt) {
+  CommandLine options;
+  options.storage = folder.path();
+  options.orientation = orientation;
+  options.scale = scale;
+  std::ostringstream warnings;
+  return std::get<LoggerContext>(prepareLogger(options, nullptr, warnings));
+}
+
+// The application, and the main window of such a logger, shown at scale 1.
+struct ShownLogger {
+  explicit ShownLogger(Orientation shape) : context(preparedLogger(folder, shape, 1)) {
+    window.show();
+  }
+  TestApplication<QApplication> application;
+  TempFolder folder;
+  LoggerContext context;
+  MainWindow window{context};
+};
 
 struct Layout {
   bool portrait;

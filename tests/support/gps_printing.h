@@ -1,6 +1,7 @@
 #pragma once
 // GPS lines and the fields they show, in print: readable test failures, and
-// the .chk listings of the GPS captures that the tests compare against.
+// the .chk listings of the GPS captures that the tests compare against; and
+// the lines a logging run makes of a receiver's bytes.
 
 #include <ostream>
 #include <sstream>
@@ -55,6 +56,16 @@ inline void PrintTo(const GpsFieldsShown& shown, std::ostream* out) {
   *out << " }";
 }
 
+// The lines a logging run makes of bytes that arrived at `tick`, judged.
+inline std::vector<GpsLine> judgedGpsLines(std::string_view bytes, std::uint32_t tick = 0) {
+  GpsLineAssembler assembler;
+  std::vector<GpsLine> lines;
+  assembler.feed(bytes, tick, [&](std::string_view text, std::uint32_t at) {
+    judgeGpsLine(text, at, [&](const GpsLine& line) { lines.push_back(line); });
+  });
+  return lines;
+}
+
 // A line as judged, and what the status line shows after it.
 struct HandledGpsLine {
   std::string text;
@@ -65,22 +76,18 @@ struct HandledGpsLine {
 
 // A receiver's bytes, in whatever pieces they come, handled as a recording
 // logging run handles them.
-class GpsCaptureReader {
- public:
+struct GpsCaptureReader {
   void feed(std::string_view bytes) {
-    assembler_.feed(bytes, 0, [this](std::string_view text, std::uint32_t tick) {
+    assembler.feed(bytes, 0, [this](std::string_view text, std::uint32_t tick) {
       judgeGpsLine(text, tick, [this](const GpsLine& line) {
-        lines_.push_back(
-            {line.text, line.valid, onGpsSentence(status_, line.text, line.valid, true)});
+        lines.push_back(
+            {line.text, line.valid, onGpsSentence(status, line.text, line.valid, true)});
       });
     });
   }
-  const std::vector<HandledGpsLine>& lines() const { return lines_; }
-
- private:
-  GpsLineAssembler assembler_;
-  GpsStatus status_;
-  std::vector<HandledGpsLine> lines_;
+  GpsLineAssembler assembler;
+  GpsStatus status;
+  std::vector<HandledGpsLine> lines;
 };
 
 // A capture's .chk file: a heading, then per handled line its verdict, its

@@ -7,8 +7,11 @@
 #include <QApplication>
 #include <QDialog>
 #include <QElapsedTimer>
+#include <QFileDialog>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPointer>
+#include <QTest>
 #include <QTimer>
 #include <QWidget>
 #include <functional>
@@ -61,6 +64,23 @@ inline ModalScript::Step acknowledgeMessageBox(QString* caption, QString* text) 
     *caption = box->windowTitle();
     *text = box->text();
     box->accept();
+    return true;
+  };
+}
+
+// A step that types `name` into a file dialog (the name only: a path would
+// make it navigate) and accepts it, or cancels when `name` is empty; `check`
+// first sees the dialog and the name it offered.
+inline ModalScript::Step fileDialogStep(
+    const QString& name, std::function<void(QFileDialog*, const QString& offered)> check = {}) {
+  return [=](QWidget* modal) {
+    auto* dialog = qobject_cast<QFileDialog*>(modal);
+    auto* edit = dialog ? dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit")) : nullptr;
+    if (!edit) return false;
+    if (check) check(dialog, edit->text());
+    if (name.isEmpty()) return dialog->reject(), true;
+    edit->setText(name);
+    QTest::keyClick(edit, Qt::Key_Return);
     return true;
   };
 }

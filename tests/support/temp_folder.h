@@ -1,5 +1,9 @@
 #pragma once
-// A fresh folder per test, removed afterwards, and whole-file helpers.
+// A fresh folder per test, removed afterwards, whole-file helpers, and a cap
+// on the size of the files written.
+
+#include <signal.h>
+#include <sys/resource.h>
 
 #include <filesystem>
 #include <fstream>
@@ -27,5 +31,19 @@ inline void writeBytes(const std::filesystem::path& path, std::string_view bytes
   std::filesystem::create_directories(path.parent_path());
   std::ofstream(path, std::ios::binary).write(bytes.data(), std::ssize(bytes));
 }
+
+// A full card without a small file system: every file this process (and what
+// it starts meanwhile) writes is held to `bytes`, a write past it cut short and
+// the next refused ("File too large"). Lifted at the end of the scope.
+struct FileSizeLimit {
+  explicit FileSizeLimit(rlim_t bytes) {
+    ::signal(SIGXFSZ, SIG_IGN);  // a refused write, not a killed process
+    getrlimit(RLIMIT_FSIZE, &saved);
+    const rlimit limit{bytes, saved.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &limit);
+  }
+  ~FileSizeLimit() { setrlimit(RLIMIT_FSIZE, &saved); }
+  rlimit saved{};
+};
 
 }  // namespace gc40::testing

@@ -21,8 +21,6 @@ SurveyFile split(const std::string& bytes) {
   return *splitSurveyLines(contents);
 }
 
-std::vector<double> placedStations(const SurveyLine& line) { return line.readingStations; }
-
 std::vector<double> entryStations(const SurveyLine& line) {
   std::vector<double> stations;
   for (const StationEntry& entry : line.stations) stations.push_back(entry.station);
@@ -34,19 +32,17 @@ std::vector<double> entryStations(const SurveyLine& line) {
 // a station walked again merges with its entry, and the values decode with
 // the file's settings.
 TEST(SurveyLines, StationsFollowTheLoggerAndReadingsMergePerTrace) {
-  Settings recorded;
-  recorded.instrumentVariant = 1;
-  recorded.surveyMode = SurveyMode::kManual;
-  recorded.dipoleMode = DipoleMode::kBoth;
-  recorded.startStation = 5.0;
-  recorded.stationIncrement = 2.5f;
-  recorded.surveyLine = u"10";
-  recorded.lineDirection = 3;
+  RecordedFile file({.instrumentVariant = 1,
+                     .surveyMode = SurveyMode::kManual,
+                     .dipoleMode = DipoleMode::kBoth,
+                     .surveyLine = u"10",
+                     .lineDirection = 3,
+                     .startStation = 5.0,
+                     .stationIncrement = 2.5f});
   const std::string v1 = instrumentRecord(0x24, "012.3004.5");
   const std::string h1 = instrumentRecord(0x04, "020.0-01.0");
   const std::string v2 = instrumentRecord(0x24, "013.3005.5");
   const std::string v3 = instrumentRecord(0x25, "014.3006.5");
-  RecordedFile file(recorded);
   file.note(u"$STARTED").reading(v1).reading(h1).reading(v2).note(u"$PAUSED");
   file.note(u"$STARTED").reading(v2).newStation(5.0).reading(v3).reading(v1);
   file.newLine(u"11.00", 10.0, -2.5f).reading(v1).reading(v1).reading(h1).reading(v1);
@@ -55,9 +51,9 @@ TEST(SurveyLines, StationsFollowTheLoggerAndReadingsMergePerTrace) {
   ASSERT_EQ(survey.lines.size(), 2u);
   const SurveyLine& first = survey.lines[0];
   EXPECT_EQ(first.name, "10");
-  EXPECT_EQ(placedStations(first), (std::vector<double>{5.0, 5.0, 7.5, 10.0, 5.0, 5.0}));
+  EXPECT_EQ(first.readingStations, (std::vector<double>{5.0, 5.0, 7.5, 10.0, 5.0, 5.0}));
   EXPECT_EQ(entryStations(first), (std::vector<double>{5.0, 7.5, 10.0}));
-  EXPECT_EQ(placedStations(survey.lines[1]), (std::vector<double>{10.0, 10.0, 7.5, 5.0}));
+  EXPECT_EQ(survey.lines[1].readingStations, (std::vector<double>{10.0, 10.0, 7.5, 5.0}));
   EXPECT_EQ(survey.lines[1].direction, 'E');
   EXPECT_FLOAT_EQ(survey.lines[1].stationIncrement, -2.5f);
 
@@ -68,33 +64,29 @@ TEST(SurveyLines, StationsFollowTheLoggerAndReadingsMergePerTrace) {
   decodeInstrumentRecord(v1, Settings{}, todays);
   ASSERT_NE(lastV.verticalInphase, todays.verticalInphase);  // the variant counts
   const StationEntry& five = first.stations[0];
-  EXPECT_EQ(five.present, (std::array<std::uint8_t, kTraceCount>{1, 1, 1, 1, 0, 0, 0, 0}));
-  EXPECT_EQ(five.values[0], lastV.verticalConductivity);
-  EXPECT_EQ(five.values[1], onlyH.horizontalConductivity);
-  EXPECT_EQ(five.values[2], lastV.verticalInphase);
-  EXPECT_EQ(five.values[3], onlyH.horizontalInphase);
-  EXPECT_EQ(first.stations[1].present,
-            (std::array<std::uint8_t, kTraceCount>{1, 0, 1, 0, 0, 0, 0, 0}));
+  using Present = std::array<std::uint8_t, kTraceCount>;
+  EXPECT_EQ(five.present, (Present{1, 1, 1, 1, 0, 0, 0, 0}));
+  EXPECT_EQ(std::tuple(five.values[0], five.values[1], five.values[2], five.values[3]),
+            std::tuple(lastV.verticalConductivity, onlyH.horizontalConductivity,
+                       lastV.verticalInphase, onlyH.horizontalInphase));
+  EXPECT_EQ(first.stations[1].present, (Present{1, 0, 1, 0, 0, 0, 0, 0}));
 }
 
 // Repeat numbers in place of the "T" say how many readings made a station;
 // with more than one, only the very first reading holds the station back.
 TEST(SurveyLines, RepeatNumbersGroupReadingsAtOneStation) {
-  Settings recorded;
-  recorded.startStation = 0.0;
-  recorded.stationIncrement = 0.5f;
-  RecordedFile file(recorded);
+  RecordedFile file({.stationIncrement = 0.5f});
   for (int group = 0; group < 3; ++group)
     for (char marker : {'T', '2', '3'}) file.reading(instrumentRecord(0x20, "001.0002.0", marker));
-  EXPECT_EQ(placedStations(split(file.bytes()).lines[0]),
+  EXPECT_EQ(split(file.bytes()).lines[0].readingStations,
             (std::vector<double>{0, 0, 0, 0.5, 0.5, 0.5, 1, 1, 1}));
 }
 
 TEST(LineIndexFiles, RoundTripAndRefusals) {
-  std::vector<StationEntry> stations(3);
-  stations[0] = {-12.5, {1, 1, 0, 0, 0, 0, 0, 0}, {3.25f, -0.5f, 0, 0, 0, 0, 0, 0}};
-  stations[1] = {0.1 + 0.2, {0, 0, 1, 1, 0, 0, 0, 0}, {0, 0, 1e-7f, 9000.f, 0, 0, 0, 0}};
-  stations[2] = {1e9, {}, {}};
+  const std::vector<StationEntry> stations{
+      {-12.5, {1, 1, 0, 0, 0, 0, 0, 0}, {3.25f, -0.5f, 0, 0, 0, 0, 0, 0}},
+      {0.1 + 0.2, {0, 0, 1, 1, 0, 0, 0, 0}, {0, 0, 1e-7f, 9000.f, 0, 0, 0, 0}},
+      {1e9, {}, {}}};
   const LineIndexBytes bytes = encodeLineIndex(stations);
   EXPECT_EQ(bytes.presence.size(), 24u + 3 * 16);
   EXPECT_EQ(bytes.values.size(), 24u + 3 * 40);
@@ -132,11 +124,9 @@ TEST(LineView, StrokesJoinNeighboursAndLeaveGaps) {
   }
   const auto strokes = lineStrokes(stations, 0, 4, setupProfileTraces(settings), settings);
   // y = (500 - value) * 100 / 500 for conductivity; (25 - 1) * 2 for inphase.
-  const std::vector<ViewStroke> expected{{0, true, 0, 80, 1, 60},
-                                         {0, false, 3, 40, 3, 40},
-                                         {2, true, 0, 48, 1, 48},
-                                         {2, false, 3, 48, 3, 48}};
-  EXPECT_EQ(strokes, expected);
+  using S = ViewStroke;
+  EXPECT_EQ(strokes, (std::vector{S{0, true, 0, 80, 1, 60}, S{0, false, 3, 40, 3, 40},
+                                  S{2, true, 0, 48, 1, 48}, S{2, false, 3, 48, 3, 48}}));
   stations[4] = stations[3];  // now station 3 continues out of view
   stations[4].values[0] = 400;
   const auto continued = lineStrokes(stations, 1, 3, setupProfileTraces(settings), settings);
@@ -147,10 +137,7 @@ TEST(LineView, StrokesJoinNeighboursAndLeaveGaps) {
 // Damage of every kind through the reader, the split and the index files:
 // nothing crashes or hangs, and every reading the reader found is placed.
 TEST(SurveyLines, MutatedFilesNeverBreakTheViewer) {
-  Settings recorded;
-  recorded.surveyMode = SurveyMode::kManual;
-  recorded.dipoleMode = DipoleMode::kBoth;
-  RecordedFile file(recorded);
+  RecordedFile file({.surveyMode = SurveyMode::kManual, .dipoleMode = DipoleMode::kBoth});
   for (int i = 0; i < 40; ++i) {
     file.reading(instrumentRecord(i % 2 ? 0x24 : 0x04, "012.3004.5", "T23"[i % 3]));
     if (i % 9 == 0) file.newStation(i * 0.5).note(u"$PAUSED");
@@ -165,21 +152,11 @@ TEST(SurveyLines, MutatedFilesNeverBreakTheViewer) {
   for (int round = 0; round < 10000; ++round) {
     std::string bytes = original;
     for (std::size_t edits = 1 + pick(8); edits > 0 && !bytes.empty(); --edits) {
-      const std::size_t at = pick(bytes.size());
-      switch (pick(4)) {
-        case 0:
-          bytes[at] = interesting[pick(interesting.size())];
-          break;
-        case 1:
-          bytes[at] = static_cast<char>(pick(256));
-          break;
-        case 2:
-          bytes.erase(at, 1 + pick(30));
-          break;
-        default:
-          bytes.insert(at, bytes.substr(pick(bytes.size()), 1 + pick(40)));
-          break;
-      }
+      const std::size_t at = pick(bytes.size()), kind = pick(4);
+      if (kind == 0) bytes[at] = interesting[pick(interesting.size())];
+      if (kind == 1) bytes[at] = static_cast<char>(pick(256));
+      if (kind == 2) bytes.erase(at, 1 + pick(30));
+      if (kind == 3) bytes.insert(at, bytes.substr(pick(bytes.size()), 1 + pick(40)));
     }
     const DataFileContents contents = readDataFile(bytes);
     const std::optional<SurveyFile> survey = splitSurveyLines(contents);

@@ -1,6 +1,4 @@
-// The View Files screen offscreen: a recorded file opened through the
-// open-file dialog, a line chosen, the bar moved by keys, and the values under
-// it; damaged and slow files.
+// The View Files screen offscreen, on a recorded file, a damaged one and a slow one.
 
 #include "viewer/view_files_window.h"
 
@@ -8,18 +6,15 @@
 
 #include <QFileDialog>
 #include <QLabel>
-#include <QLineEdit>
 #include <QListWidget>
 #include <QProgressDialog>
 #include <QTest>
 
-#include "app/main_window.h"
 #include "base/number_text.h"
 #include "instrument/reading_decoder.h"
 #include "recorded_file.h"
 #include "support/dialog_checks.h"
 #include "support/modal_script.h"
-#include "support/test_application.h"
 #include "viewer/line_index_files.h"
 #include "viewer/survey_file_loader.h"
 #include "viewer/view_curve.h"
@@ -30,8 +25,6 @@ namespace {
 
 using namespace gc40::testing;
 
-constexpr int kLongLineStations = 200;
-
 // The raw values of the long line's station k, as the instrument sends them
 // (conductivity and inphase wander about the middle of the default scales).
 std::string valuesAt(int k) {
@@ -40,40 +33,24 @@ std::string valuesAt(int k) {
   return rightAligned(formatInteger(conductivity), 5) + rightAligned(formatInteger(inphase), 5);
 }
 
-// A short line, then one of 200 stations walked down in Wheel mode with the
-// short instrument, vertical dipole.
+// Wheel mode with the short instrument, vertical dipole.
+const Settings kRecorded{
+    .instrumentVariant = 1, .surveyMode = SurveyMode::kWheel, .surveyLine = u"7"};
+
+// A short line, then one of 200 stations walked down.
 std::string surveyFile() {
-  Settings recorded;
-  recorded.surveyMode = SurveyMode::kWheel;
-  recorded.instrumentVariant = 1;
-  recorded.surveyLine = u"7";
-  RecordedFile file(recorded);
+  RecordedFile file(kRecorded);
   file.reading(instrumentRecord(0x20, "001.0002.0")).reading(instrumentRecord(0x20, "001.0002.0"));
   file.newLine(u"8", 400.0, -2.0f);
   file.reading(instrumentRecord(0x20, valuesAt(0)));  // held at the start with the next
-  for (int k = 0; k < kLongLineStations; ++k) file.reading(instrumentRecord(0x20, valuesAt(k)));
+  for (int k = 0; k < 200; ++k) file.reading(instrumentRecord(0x20, valuesAt(k)));
   return file.bytes();
 }
 
-ModalScript::Step openFileNamed(const QString& name) {
-  return [=](QWidget* modal) {
-    auto* dialog = qobject_cast<QFileDialog*>(modal);
-    if (!dialog) return false;
-    EXPECT_EQ(dialog->nameFilters(), QStringList{"GC40 Files (*.R40)"});
-    auto* edit = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-    if (!edit) return false;
-    edit->setText(name);
-    QTest::keyClick(edit, Qt::Key_Return);
-    return true;
-  };
-}
-
-struct Screen {
+struct Screen : ShownLogger {
   explicit Screen(bool portrait)
-      : context(preparedLogger(folder, portrait ? Orientation::kPortrait : Orientation::kLandscape,
-                               1)) {
+      : ShownLogger(portrait ? Orientation::kPortrait : Orientation::kLandscape) {
     writeBytes(context.storage.dataFolder() / "SURVEY.R40", surveyFile());
-    window.show();
   }
   QListWidget* lines() { return view.findChild<QListWidget*>(QStringLiteral("lines")); }
   // As the operator's keys come: to whatever has the focus, which must be the screen.
@@ -86,20 +63,16 @@ struct Screen {
     QTest::keyClick(QApplication::focusWidget(), key);
   }
 
-  TempFolder folder;
-  LoggerContext context;
-  MainWindow window{context};
   ViewFilesWindow view{context, &window, 1};
 };
 
-class ViewFilesScreen : public ::testing::TestWithParam<Layout> {
- protected:
-  TestApplication<QApplication> application;
-};
+class ViewFilesScreen : public ::testing::TestWithParam<Layout> {};
 
 TEST_P(ViewFilesScreen, OpensAFileAndWalksTheChosenLine) {
   Screen screen(GetParam().portrait);
-  ModalScript script({openFileNamed("SURVEY.R40")});
+  ModalScript script({fileDialogStep("SURVEY.R40", [](QFileDialog* dialog, const QString&) {
+    EXPECT_EQ(dialog->nameFilters(), QStringList{"GC40 Files (*.R40)"});
+  })});
   screen.view.showOverMainWindow();
   QTRY_VERIFY_WITH_TIMEOUT(screen.view.file().has_value(), 10000);
   EXPECT_EQ(screen.view.findChild<QLabel*>("header")->text(),
@@ -119,28 +92,22 @@ TEST_P(ViewFilesScreen, OpensAFileAndWalksTheChosenLine) {
       {readBytes(settingsFolder / "LINE1.R4X"), readBytes(settingsFolder / "LINE2.R4X")});
   ASSERT_EQ(std::get<std::vector<StationEntry>>(stored), screen.view.file()->lines[1].stations);
 
-  Settings recorded;
-  recorded.instrumentVariant = 1;
-  recorded.surveyMode = SurveyMode::kWheel;
   // What the readout must say at station k: the decoded values of its reading.
-  const auto expected = [&recorded](int k) {
+  const auto expected = [](int k) {
     FiledValues filed;
-    decodeInstrumentRecord(instrumentRecord(0x20, valuesAt(k)), recorded, filed);
+    decodeInstrumentRecord(instrumentRecord(0x20, valuesAt(k)), kRecorded, filed);
     return "Stn: " + formatFixed(400.0 - 2.0 * k, 2) + " | " + formatInteger(k + 1) +
            " of 200 | C/V: " + formatFixed(filed.verticalConductivity, 2) +
            " | C/H:  | I/V: " + formatFixed(filed.verticalInphase, 2) + " | I/H: ";
   };
   EXPECT_EQ(screen.view.readout().toStdString(), expected(0));
-  struct Step {
-    Qt::Key key;
-    int station;
-  };
-  for (const Step& step :
+  using Step = std::pair<Qt::Key, int>;  // a key and the station the bar lands on
+  for (const auto& [key, station] :
        {Step{Qt::Key_Right, 1}, Step{Qt::Key_Right, 2}, Step{Qt::Key_Left, 1},
         Step{Qt::Key_PageDown, 81}, Step{Qt::Key_PageDown, 161}, Step{Qt::Key_PageDown, 199},
         Step{Qt::Key_PageUp, 119}, Step{Qt::Key_Home, 0}, Step{Qt::Key_End, 199}}) {
-    screen.key(step.key);
-    EXPECT_EQ(screen.view.readout().toStdString(), expected(step.station)) << step.station;
+    screen.key(key);
+    EXPECT_EQ(screen.view.readout().toStdString(), expected(station)) << station;
     const ViewCurve& curve = *screen.view.curve();
     EXPECT_TRUE(curve.bar() >= curve.firstShown() &&
                 curve.bar() < curve.firstShown() + curve.columns());
@@ -161,7 +128,6 @@ INSTANTIATE_TEST_SUITE_P(BothLayouts, ViewFilesScreen, ::testing::ValuesIn(kLayo
 
 // Damage is skipped and named by its byte offsets; the rest still opens.
 TEST(ViewFilesDamage, DamagedSpansAreNamedAndSkipped) {
-  TestApplication<QApplication> application;
   Screen screen(false);
   std::string bytes = surveyFile();
   bytes.replace(24 * 10 + 3, 2, "\n\n");  // the 11th record loses its shape
@@ -172,23 +138,21 @@ TEST(ViewFilesDamage, DamagedSpansAreNamedAndSkipped) {
   ASSERT_TRUE(screen.view.openFile(screen.context.storage.dataFolder() / "DAMAGED.R40"));
   EXPECT_TRUE(script.finished());
   EXPECT_EQ(caption, "View Files");
-  EXPECT_TRUE(text.startsWith("DAMAGED.R40 is damaged. 2 parts could not be read"))
-      << text.toStdString();
-  EXPECT_TRUE(text.contains("byte 240 (")) << text.toStdString();
-  EXPECT_TRUE(text.contains(QString("byte %1 (17 bytes): truncated record").arg(bytes.size() - 17)))
-      << text.toStdString();
+  SCOPED_TRACE(text.toStdString());
+  EXPECT_TRUE(text.startsWith("DAMAGED.R40 is damaged. 2 parts could not be read"));
+  EXPECT_TRUE(text.contains("byte 240 ("));
+  EXPECT_TRUE(
+      text.contains(QString("byte %1 (17 bytes): truncated record").arg(bytes.size() - 17)));
   EXPECT_EQ(screen.lines()->count(), 2);
 }
 
 // A file that takes a while shows its progress, and Cancel stops the reading.
 TEST(ViewFilesLoading, ProgressShowsAndCancelStops) {
-  TestApplication<QApplication> application;
-  TempFolder folder;
+  Screen screen(false);
+  const std::filesystem::path folder = screen.context.storage.dataFolder();
   RecordedFile file{Settings{}};
   for (int i = 0; i < 200000; ++i) file.reading(instrumentRecord(0x20, "001.0002.0"));
-  writeBytes(folder.path() / "BIG.R40", file.bytes());
-  QWidget parent;
-  parent.show();
+  writeBytes(folder / "BIG.R40", file.bytes());
   bool progressShown = false;
   ModalScript script({[&progressShown](QWidget* modal) {
     auto* progress = qobject_cast<QProgressDialog*>(modal);
@@ -197,13 +161,13 @@ TEST(ViewFilesLoading, ProgressShowsAndCancelStops) {
     progress->cancel();
     return true;
   }});
-  const LoadResult result = loadSurveyFile(folder.path() / "BIG.R40", &parent, 0);
+  const LoadResult result = loadSurveyFile(folder / "BIG.R40", &screen.window, 0);
   EXPECT_TRUE(progressShown);
   EXPECT_TRUE(std::holds_alternative<LoadCancelled>(result));
-  const LoadResult missing = loadSurveyFile(folder.path() / "NONE.R40", &parent, 0);
+  const LoadResult missing = loadSurveyFile(folder / "NONE.R40", &screen.window, 0);
   ASSERT_TRUE(std::holds_alternative<LoadFailure>(missing));
   EXPECT_TRUE(std::get<LoadFailure>(missing).message.startsWith(
-      "Cannot read " + QString::fromStdString((folder.path() / "NONE.R40").string())));
+      "Cannot read " + QString::fromStdString((folder / "NONE.R40").string())));
 }
 
 }  // namespace

@@ -1,32 +1,36 @@
-// Records framed from the instrument's byte stream, and captured streams
-// with the readings the logger must take from them (see data/README.md).
-
-#include "instrument/record_framer.h"
+// Records framed from the instrument's byte stream and decoded into readings,
+// and captured streams with the readings the logger must take from them (see
+// data/README.md).
 
 #include <gtest/gtest.h>
 
+#include <bit>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <functional>
+#include <limits>
 #include <random>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "base/number_text.h"
 #include "instrument/reading_decoder.h"
+#include "instrument/record_framer.h"
 #include "support/temp_folder.h"
 
 namespace gc40 {
 namespace {
 
-using namespace std::string_literals;
+using namespace std::literals;
 
-// A record as it comes on the wire; the framer hands it over without the CR.
+// A record as the framer hands it over, the two 5-character values as one
+// 10-character text; on the wire a CR follows.
 std::string record(std::string_view values, char status = ' ') {
-  return "T"s + status + std::string(values) + '\r';
+  return "T"s + status + std::string(values);
 }
-const std::string kExample = record("12.34-0.56");
+const std::string kExample = record("12.34-0.56") + '\r';
 const std::string kMalformed = "xxxxxxxxxxxxx\r";
 
 // Notes every record handed over as "record@tick", and each reading's record.
@@ -57,16 +61,14 @@ struct Feeder {
 // 12 bytes before it is an ordinary byte. The 182nd byte buffered overflows and
 // is itself discarded, so a record whose CR would land beyond index 180 is lost.
 TEST(RecordFramer, FindsRecordsLooking12BytesBackFromTheirCarriageReturn) {
-  const std::string none, statusCr = record("12.34-0.56", '\r');
+  const std::string none, statusCr = record("12.34-0.56", '\r') + '\r';
   const auto noise = [](int length) { return std::string(length, 'T') + kExample + kExample; };
-  for (const auto& [stream, lines, last] : {std::tuple{noise(0), 2, kExample},
-                                            {noise(168), 2, kExample},
-                                            {noise(169), 1, kExample},
-                                            {noise(181), 1, kExample},
-                                            {"\n" + statusCr, 1, statusCr},
-                                            {"\nabcdefghijk" + statusCr, 2, statusCr},
-                                            {"01234567890\r"s, 0, none},
-                                            {"012345678901\r"s, 1, none}}) {
+  using Case = std::tuple<std::string, int, std::string>;  // stream, lines found, last record
+  for (const auto& [stream, lines, last] :
+       {Case{noise(0), 2, kExample}, Case{noise(168), 2, kExample}, Case{noise(169), 1, kExample},
+        Case{noise(181), 1, kExample}, Case{"\n" + statusCr, 1, statusCr},
+        Case{"\nabcdefghijk" + statusCr, 2, statusCr}, Case{"01234567890\r", 0, none},
+        Case{"012345678901\r", 1, none}}) {
     Feeder run(100);
     run.feed(stream, 77);
     EXPECT_EQ(run.framer.recordCount(), lines) << stream;
@@ -78,7 +80,7 @@ TEST(RecordFramer, FindsRecordsLooking12BytesBackFromTheirCarriageReturn) {
 
 TEST(RecordFramer, AReadingCarriesTheRecordThatCompletesIt) {
   std::string stream;
-  for (char digit = '1'; digit <= '9'; ++digit) stream += record("0000"s + digit + "00000");
+  for (char digit = '1'; digit <= '9'; ++digit) stream += record("0000"s + digit + "00000") + '\r';
   Feeder run(5);
   run.onReading = [&run](std::uint32_t) {
     EXPECT_EQ(run.framer.recordCount(), 0);  // reset before the handler, which may set it
@@ -120,7 +122,7 @@ TEST(RecordFramer, AnySplitOfTheStreamFramesTheSame) {
     std::string stream;
     while (stream.size() < 4000) {
       const unsigned kind = random() % 8;
-      if (kind < 5) stream += record(junk(10), static_cast<char>(random()));
+      if (kind < 5) stream += record(junk(10), static_cast<char>(random())) + '\r';
       if (kind == 5) stream += junk(random() % 20) + '\r';
       if (kind == 6) stream += junk(random() % 200);
       if (kind == 7) stream += '\n';
@@ -146,6 +148,92 @@ TEST(RecordFramer, AnySplitOfTheStreamFramesTheSame) {
     EXPECT_EQ(runs[0].readings, runs[1].readings) << seed;
     EXPECT_EQ(runs[0].records, runs[1].records) << seed;
     EXPECT_EQ(runs[0].framer.recordCount(), runs[1].framer.recordCount()) << seed;
+  }
+}
+
+constexpr float kInf = std::numeric_limits<float>::infinity();
+
+Settings settingsFor(std::int32_t component, std::int32_t variant, std::int32_t surveyMode) {
+  return {.instrumentVariant = variant,
+          .surveyMode = modeFromIndex<SurveyMode>(surveyMode),
+          .component = modeFromIndex<Component>(component)};
+}
+
+// Only the dipole the reading was taken in has valid slots, holding its
+// values (compared as bits, so NaN too); every other word is 0.
+void expectFiledUnder(const DecodedReading& r, const FiledValues& filed, Component component) {
+  const auto bits = [](float value) { return std::bit_cast<std::uint32_t>(value); };
+  const bool v = r.dipole == 'V', both = component == Component::kBoth;
+  const bool inphase = both || component == Component::kInphase;
+  const std::array<std::uint32_t, 8> expected = {
+      v && both ? bits(r.conductivity) : 0,  v && both,
+      !v && both ? bits(r.conductivity) : 0, !v && both,
+      v && inphase ? bits(r.inphase) : 0,    v && inphase,
+      !v && inphase ? bits(r.inphase) : 0,   !v && inphase};
+  EXPECT_EQ((std::bit_cast<std::array<std::uint32_t, 8>>(filed)), expected);
+}
+
+// A component other than Both (0) or Inphase (1) leaves the values as read:
+// five characters each, a NUL ending the text, missing bytes reading as NUL.
+TEST(ReadingDecoder, StatusExamplesGiveTheirValues) {
+  // Status, component, variant, survey mode, the value texts and the reading.
+  using Case = std::tuple<unsigned char, std::int32_t, std::int32_t, std::int32_t, std::string_view,
+                          DecodedReading>;
+  // Divided by 3.35 in single precision, the inphase of 7.777 and 1.234 would round differently.
+  const float shortBoth = static_cast<float>(-0.0025f * 1.234f / 3.35);
+  const float shortInphase = static_cast<float>(7.777f / 3.35);
+  // clang-format off
+  for (const auto& [status, component, variant, mode, values, expected] : {
+      Case{0x20, 0, 0, 0, "012.0-01.5", {-3.0f,  0.00375f, 'V', 1000, 'N', 0}},
+      Case{0x21, 0, 0, 0, "012.0-01.5", {-0.03f, 0.00375f, 'V', 1000, 'N', 1}},
+      Case{0x24, 0, 0, 0, "012.0-01.5", {-0.3f,  0.00375f, 'V', 100,  'N', 0}},
+      Case{0x24, 0, 1, 0, "7.7771.234", {7.777f * -0.025f, shortBoth, 'V', 100, 'N', 0}},
+      Case{0x80, 0, 0, 0, "012.0-01.5", {-0.03f, 0.00375f, 'V', 1000, 'M', 0}},
+      Case{0x40, 0, 0, 2, "012.0-01.5", {-3.0f,  0.00375f, 'H', 1000, 'N', 0}},
+      Case{0x20, 1, 0, 0, "012.0-01.5", {12.0f,  -0.75f,   'V', 1000, 'N', 0}},  // inphase from a
+      Case{0x20, 1, 1, 0, "7.7771.234", {7.777f, shortInphase, 'V', 1000, 'N', 0}},
+      Case{0x21, 1, 1, 0, "012.0-01.5", {-0.03f, 0.00375f, 'V', 1000, 'N', 1}},
+      Case{0x21, 2, 0, 0, "12.3412.34", {12.34f, 12.34f,   'V', 1000, 'N', 1}},
+      Case{0x41, 2, 0, 0, "1\000999-9e99"sv, {1.0f, -kInf,   'H', 1000, 'M', 1}},
+      Case{0x02, 2, 0, 0, "12",         {12.0f,  0.0f,     'H', 10,   'N', 0}}}) {
+    // clang-format on
+    FiledValues filed{9, 1, 9, 1, 9, 1, 9, 1};  // left from an earlier reading
+    const Settings settings = settingsFor(component, variant, mode);
+    const DecodedReading r = decodeInstrumentRecord(record(values, char(status)), settings, filed);
+    const auto fields = [](const DecodedReading& d) {
+      return std::tuple(d.conductivity, d.inphase, d.dipole, d.range, d.mark, d.channelFlag);
+    };
+    EXPECT_EQ(fields(r), fields(expected)) << "status " << int{status} << " " << component;
+    expectFiledUnder(r, filed, settings.component);
+  }
+}
+
+// Subtraction and masks agree on every byte but 128; the factor shows in the
+// conductivity. Huge values and NaN go through every scaling path.
+TEST(ReadingDecoder, EveryStatusByteAndSettingDecodesConsistently) {
+  for (int status = 0; status < 256; ++status) {
+    const bool is128 = status == 128;
+    const int code = is128 ? 8 : status & 7;
+    const float factor = code == 0 || code == 6 ? -0.25f : code == 4 ? -0.025f : -0.0025f;
+    for (const std::string_view values : {"4.0004.000"sv, "9e99 nan  "sv, "nan  -9e99"sv}) {
+      for (const Settings& settings :
+           {settingsFor(0, 0, 1), settingsFor(0, 1, 2), settingsFor(1, 0, 2), settingsFor(1, 1, 1),
+            settingsFor(2, 0, 0)}) {
+        FiledValues filed;
+        const DecodedReading r =
+            decodeInstrumentRecord(record(values, char(status)), settings, filed);
+        ASSERT_EQ(r.channelFlag, static_cast<std::uint32_t>(status & 1));
+        ASSERT_EQ(r.mark,
+                  (is128 || status & 64) && settings.surveyMode != SurveyMode::kManual ? 'M' : 'N');
+        ASSERT_EQ(r.dipole, is128 || status & 32 ? 'V' : 'H');
+        ASSERT_EQ(r.range, code == 2 ? 10 : code == 4 ? 100 : 1000) << status;
+        if (settings.component == Component::kBoth && values[0] == '4') {
+          ASSERT_EQ(r.conductivity, 4.0f * factor) << status;
+        }
+        expectFiledUnder(r, filed, settings.component);
+        if (HasFailure()) return;
+      }
+    }
   }
 }
 
