@@ -6,6 +6,7 @@
 #include <QListWidget>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QTimer>
 
 #include "platform/qt_text.h"
@@ -149,7 +150,12 @@ bool ViewFilesWindow::chooseFile() {
 }
 
 bool ViewFilesWindow::openFile(const std::filesystem::path& path) {
+  // Keys typed while the file loads wait for its lines rather than reach
+  // whatever had the focus when the file dialog closed.
+  takeKeys();
+  typedAhead_.emplace();
   LoadResult loaded = loadSurveyFile(path, this);
+  const auto replay = qScopeGuard([this] { replayTypedAhead(); });
   takeKeys();
   if (const auto* failure = std::get_if<LoadFailure>(&loaded)) {
     warn(failure->message);
@@ -242,12 +248,28 @@ void ViewFilesWindow::warn(const QString& text) {
   takeKeys();
 }
 
+// Every key stays with this screen: one it does not use must not reach the
+// main menu it covers.
 void ViewFilesWindow::keyPressEvent(QKeyEvent* event) {
+  const int keyCode = screenKeyCode(*event);
+  if (typedAhead_)
+    typedAhead_->push_back(keyCode);
+  else
+    onKey(keyCode);
+}
+
+void ViewFilesWindow::replayTypedAhead() {
+  const std::vector<int> keys = std::move(*typedAhead_);
+  typedAhead_.reset();
+  for (const int keyCode : keys) onKey(keyCode);
+}
+
+void ViewFilesWindow::onKey(int keyCode) {
   const ViewerPage page = curvePage_->isVisible() ? ViewerPage::kProfile : ViewerPage::kLineList;
-  const ViewerKeyCommand command = viewerKeyCommand(page, screenKeyCode(*event));
+  const ViewerKeyCommand command = viewerKeyCommand(page, keyCode);
   switch (command.action) {
     case ViewerAction::kNone:
-      return QWidget::keyPressEvent(event);
+      return;
     case ViewerAction::kLeave:
       return leave();
     case ViewerAction::kOpenFile:

@@ -11,6 +11,7 @@
 #include <array>
 #include <filesystem>
 #include <optional>
+#include <vector>
 
 #include "platform/logger_context.h"
 #include "viewer/survey_lines.h"
@@ -64,6 +65,8 @@ class ViewFilesWindow : public QWidget {
   void createControls();
   void placeControls();
   void showList();
+  void onKey(int keyCode);
+  void replayTypedAhead();
   void stepLine(int step);  // the line above (-1) or below (+1) in the list
   void showReadout();
   void listLines();
@@ -74,6 +77,7 @@ class ViewFilesWindow : public QWidget {
   LoggerContext& context_;
   int scale_;
   std::optional<SurveyFile> file_;
+  std::optional<std::vector<int>> typedAhead_;  // keys typed while a file loads
   QString fileName_;
   QWidget* listPage_ = nullptr;
   QLabel* fileLabel_ = nullptr;
