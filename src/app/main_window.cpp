@@ -101,10 +101,19 @@ bool MainWindow::event(QEvent* event) {
   // Taken here rather than in keyPressEvent so that Tab reaches the menu
   // instead of Qt's focus chain.
   if (event->type() == QEvent::KeyPress) {
-    onKey(screenKeyCode(*static_cast<QKeyEvent*>(event)));
+    // A key that reaches the window while a screen covers it (one the screen
+    // passed on, or one pressed before the focus is back from a dialog) must
+    // not work the menu the operator cannot see.
+    if (!coveringScreen()) onKey(screenKeyCode(*static_cast<QKeyEvent*>(event)));
     return true;
   }
   return QWidget::event(event);
+}
+
+QWidget* MainWindow::coveringScreen() const {
+  for (QWidget* child : findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
+    if (child->isVisible() && child->geometry() == rect()) return child;
+  return nullptr;
 }
 
 void MainWindow::onKey(int keyCode) {

@@ -50,6 +50,7 @@ class MainWindow : public QWidget {
   void applyShape();
   void createButtons();
   void onKey(int keyCode);
+  QWidget* coveringScreen() const;  // Logging, Monitor GPS or View Files while shown
   void choose(MainCommand command);
   void showFocusRing();
   bool stopIfUptimeExceeded(std::uint32_t tickMs);
