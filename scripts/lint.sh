@@ -25,3 +25,4 @@ if ! run-clang-tidy -p "$build" -j "$(nproc)" -quiet "^$PWD/src/" >"$log" 2>&1; 
   echo "gc40: clang-tidy found the above" >&2
   exit 1
 fi
+echo "gc40: clang-format and clang-tidy found nothing"
