@@ -16,11 +16,6 @@ constexpr std::size_t kTextLength = dataRecordLength - 1;
 // take them for damage.
 std::string_view untilNul(std::string_view text) { return text.substr(0, text.find('\0')); }
 
-std::string rightAligned(std::string text, std::size_t width) {
-  if (text.size() < width) text.insert(0, width - text.size(), ' ');
-  return text;
-}
-
 // As "%N.Df": formatFixed writes "nan", "-nan", "inf" and "-inf" as printf does.
 std::string fixedField(double value, int decimals, std::size_t width) {
   return rightAligned(formatFixed(value, decimals), width);

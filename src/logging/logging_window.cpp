@@ -43,11 +43,6 @@ class MachineClock : public LoggingClock {
   LocalTime localTime() override { return platform::localTimeNow(); }
 };
 
-LayoutSize screenOf(const Settings& settings) {
-  return layoutSize(settings.portraitScreen == 1 ? Orientation::kPortrait
-                                                 : Orientation::kLandscape);
-}
-
 }  // namespace
 
 LoggingWindow::LoggingWindow(LoggerContext& context, QWidget* mainWindow, int scale,
@@ -63,7 +58,7 @@ LoggingWindow::LoggingWindow(LoggerContext& context, QWidget* mainWindow, int sc
   setPalette(QPalette(Qt::white));
   setFocusPolicy(Qt::StrongFocus);
   Settings& settings = context_.settings;
-  const LayoutSize screen = screenOf(settings);
+  const LayoutSize screen = layoutSize(settings.portraitScreen == 1);
   setFixedSize(screen.width * scale, screen.height * scale);
 
   status_ =
@@ -114,7 +109,7 @@ QPushButton* LoggingWindow::makeButton(int id, const char* label) {
 }
 
 void LoggingWindow::placeButtonRow(const std::vector<QPushButton*>& row, int width, int pitch) {
-  const int top = screenOf(context_.settings).height - kButtonStripHeight + 1;
+  const int top = layoutSize(context_.settings.portraitScreen == 1).height - kButtonStripHeight + 1;
   for (std::size_t i = 0; i < row.size(); ++i) {
     const int left = kButtonLeft + static_cast<int>(i) * pitch;
     row[i]->setGeometry(left * scale_, top * scale_, width * scale_, kButtonHeight * scale_);

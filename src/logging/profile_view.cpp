@@ -21,9 +21,7 @@ constexpr int kMaxPlotHeight = 4096;
 // rasteriser's arithmetic; 2 px to the side this still looks vertical.
 constexpr int kFarOff = 1 << 16;
 
-int screenWidth(std::int32_t portraitScreen) {
-  return layoutSize(portraitScreen == 1 ? Orientation::kPortrait : Orientation::kLandscape).width;
-}
+int screenWidth(std::int32_t portraitScreen) { return layoutSize(portraitScreen == 1).width; }
 
 }  // namespace
 

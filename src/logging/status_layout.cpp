@@ -144,8 +144,7 @@ StatusLayout statusLayout(bool portrait, int scale, const TextWidth& textWidth, 
   using Table = std::span<const Placement>;
   const Table placements = portrait ? Table(kPortrait) : Table(kLandscape);
   StatusLayout layout;
-  layout.width =
-      layoutSize(portrait ? Orientation::kPortrait : Orientation::kLandscape).width * scale;
+  layout.width = layoutSize(portrait).width * scale;
   const int pitch = std::max(kRowPitch * scale, lineHeight);
   const int rowEnd = layout.width - kRightMargin * scale;
   int rows = 0;

@@ -3,17 +3,10 @@
 #include <algorithm>
 #include <system_error>
 
+#include "base/number_text.h"
 #include "settings/setting_choices.h"
 
 namespace gc40 {
-namespace {
-
-std::string padded(std::string text, std::size_t width) {
-  if (text.size() < width) text.resize(width, ' ');
-  return text;
-}
-
-}  // namespace
 
 std::string linkLeadingTo(const std::filesystem::path& folder,
                           const std::filesystem::path& device) {
@@ -59,9 +52,9 @@ std::string formatPortListing(const PortMap& map, const std::filesystem::path& m
   std::string text = "Port map (" + mapFile.string() + "):\n";
   for (std::size_t i = 0; i < map.paths.size(); ++i) {
     const std::string& path = map.paths[i];
-    text += "  " + padded(comPortName(static_cast<std::int32_t>(i)), 8);
+    text += "  " + leftAligned(comPortName(static_cast<std::int32_t>(i)), 8);
     const SerialAdapter* adapter = adapterAt(adapters, path);
-    text += (adapter ? padded(path, pathWidth + 2) + adapterName(*adapter) : path) + "\n";
+    text += (adapter ? leftAligned(path, pathWidth + 2) + adapterName(*adapter) : path) + "\n";
   }
   if (adapters.empty()) return text + "Serial adapters found: none\n";
   std::size_t deviceWidth = 0;
@@ -69,7 +62,7 @@ std::string formatPortListing(const PortMap& map, const std::filesystem::path& m
     deviceWidth = std::max(deviceWidth, adapter.devicePath.size());
   text += "Serial adapters found:\n";
   for (const SerialAdapter& adapter : adapters) {
-    text += "  " + padded(adapter.devicePath, deviceWidth + 2) + adapterName(adapter) + "\n";
+    text += "  " + leftAligned(adapter.devicePath, deviceWidth + 2) + adapterName(adapter) + "\n";
     if (!adapter.byIdPath.empty())
       text += "  " + std::string(deviceWidth + 2, ' ') + adapter.byIdPath + "\n";
   }

@@ -6,8 +6,7 @@
 namespace gc40 {
 
 ScreenLayout::ScreenLayout(QWidget& screen, std::int32_t portraitScreen, int scale)
-    : size_(layoutSize(portraitScreen == 1 ? Orientation::kPortrait : Orientation::kLandscape)),
-      scale_(scale) {
+    : size_(layoutSize(portraitScreen == 1)), scale_(scale) {
   screen.setFixedSize(size_.width * scale_, size_.height * scale_);
 }
 

@@ -78,7 +78,7 @@ SetupDialog::SetupDialog(QWidget* owner, const QString& title, bool portrait)
   QFont font = this->font();
   font.setPixelSize(kFontPixels * scale_);
   setFont(font);
-  const LayoutSize size = layoutSize(portrait ? Orientation::kPortrait : Orientation::kLandscape);
+  const LayoutSize size = layoutSize(portrait);
   setFixedSize(size.width * scale_, size.height * scale_);
   grid_->setContentsMargins(kMargin * scale_, kMargin * scale_, kMargin * scale_, kMargin * scale_);
   grid_->setSpacing(kSpacing * scale_);

@@ -4,6 +4,10 @@
 
 namespace gc40 {
 
+LayoutSize layoutSize(bool portrait) {
+  return layoutSize(portrait ? Orientation::kPortrait : Orientation::kLandscape);
+}
+
 LayoutSize layoutSize(Orientation orientation) {
   return orientation == Orientation::kPortrait ? LayoutSize{240, 320} : LayoutSize{320, 240};
 }

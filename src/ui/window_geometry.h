@@ -18,6 +18,8 @@ struct LayoutSize {
 
 // 320 x 240 in landscape, 240 x 320 in portrait.
 LayoutSize layoutSize(Orientation orientation);
+// The same for the settings' portraitScreen flag (1: portrait).
+LayoutSize layoutSize(bool portrait);
 
 // 0 means full screen: the screen is no larger than the layout. Otherwise the
 // requested factor, or the largest whole factor that keeps the window within
