@@ -40,8 +40,6 @@ std::size_t countRecords(const DataFileContents& contents, const std::string& te
 
 class WholeRun : public ::testing::Test {
  protected:
-  // A GPS run (receiverCapture set) has its receiver on COM2:, enabled in the
-  // settings, and runs in portrait.
   void SetUp() override {
     // The first value of each record counts the simulator's records, so a
     // lost or doubled one shows.
@@ -78,8 +76,6 @@ class WholeRun : public ::testing::Test {
     ASSERT_TRUE(waitFront("GC40"));
   }
 
-  // Waits until gc40 says the window in front is `title` (with the keys on
-  // `screen` when one is named).
   bool waitFront(const std::string& title, const std::string& screen = "") {
     return waitForLine("front " + title + (screen.empty() ? "" : " / " + screen));
   }
@@ -100,7 +96,6 @@ class WholeRun : public ::testing::Test {
 
   void send(const std::string& command) { ASSERT_TRUE(gc40->send(command + "\n")); }
 
-  // Opens a dialog with `key`, types `text` (if any) and confirms it.
   void dialog(const std::string& key, const std::string& title, const std::string& text = "") {
     send("key " + key);
     ASSERT_TRUE(waitFront(title, kLoggingScreen));
@@ -109,7 +104,6 @@ class WholeRun : public ::testing::Test {
     ASSERT_TRUE(waitFront("GC40", kLoggingScreen));
   }
 
-  // The screen as <name>.png in the build folder; its path.
   std::string shot(const std::string& name) {
     const std::string path = GC40_TEST_OUTPUT_DIR "/" + name + ".png";
     send("shot " + path);
@@ -119,7 +113,6 @@ class WholeRun : public ::testing::Test {
 
   DataFileContents file() const { return readDataFile(testing::readBytes(dataFile)); }
 
-  // Waits until the file holds `count` readings, or `count` notes `text`.
   bool waitForRecords(std::size_t count, const std::string& text = "") {
     for (int i = 0; i < 500; ++i, std::this_thread::sleep_for(20ms))
       if (countRecords(file(), text) >= count) return true;
@@ -165,9 +158,8 @@ std::string shapeOf(const DataFileContents& contents) {
   return shape;
 }
 
-// Within each stretch of logging the readings carry every second record of
-// the simulator's count, none missing or doubled, with ticks that never go
-// back.
+// Each stretch of logging holds every second record of the simulator's
+// count, none lost or doubled, with ticks that never go back.
 void expectEveryReadingInOrder(const DataFileContents& contents, int atLeast) {
   std::optional<int> lastCount;
   std::uint32_t lastTick = 0;
@@ -293,7 +285,6 @@ TEST_F(GpsRun, SentencesAmongTheReadingsUntilASilentMeterEndsTheRun) {
   std::erase(end, 'T');
   EXPECT_EQ(end, breaks + "(X$CONN END)") << shape;
   expectEveryReadingInOrder(contents, 15);
-  // Each sentence as a line feed, its verdict and its text.
   std::string recorded, sent, loops;
   std::optional<std::uint32_t> pendingTick;  // of the last sentence not yet followed by a reading
   for (const FileRecord& record : contents.records) {
@@ -322,8 +313,7 @@ class FullStorageRun : public WholeRun {
   FullStorageRun() {
     simOptions = {"--period", "1"};
     fs::create_directories(storage / "DATA40");
-    mounted = mount("gc40-test", (storage / "DATA40").c_str(), "tmpfs", 0, "size=48k") == 0;
-    if (mounted) testing::writeBytes(storage / "DATA40" / "ballast", std::string(8192, 'x'));
+    mounted = mount("gc40-test", (storage / "DATA40").c_str(), "tmpfs", 0, "size=40k") == 0;
     if (!mounted) fileSizeLimit = 40 * 1024;
   }
   ~FullStorageRun() override {
@@ -333,8 +323,7 @@ class FullStorageRun : public WholeRun {
 };
 
 // The file stops at its last whole reading, with every reading gc40 called
-// recorded in it; the operator is told at once, readings go on showing, and
-// once there is room a new file records again.
+// recorded in it; the operator is told at once and readings go on showing.
 TEST_F(FullStorageRun, AFullDeviceStopsTheRecordingAndLosesNothingRecorded) {
   createFileAndGo();
   const std::string reason = mounted ? "No space left on device" : "File too large";
@@ -357,15 +346,7 @@ TEST_F(FullStorageRun, AFullDeviceStopsTheRecordingAndLosesNothingRecorded) {
   std::this_thread::sleep_for(300ms);
   EXPECT_TRUE(!mounted || testing::readBytes(shot("full_storage_monitor2")) != first);
   EXPECT_EQ(loggedStations.size(), recorded);
-
-  if (mounted) fs::remove(storage / "DATA40" / "ballast");
-  dialog("c", "Create Data File", "E2E2");
-  send("key g");
-  dataFile = storage / "DATA40" / "E2E2.R40";
-  ASSERT_TRUE(waitForRecords(20));
   EXPECT_EQ(gc40->stop(), 0);
-  EXPECT_TRUE(file().problems.empty());
-  EXPECT_EQ(shapeOf(file()), "GHLBAZ*(X$STARTED)T(X$PAUSED)");
 }
 
 // The simulator gc40 started for itself, seen from outside.
