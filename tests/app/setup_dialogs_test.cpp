@@ -53,8 +53,7 @@ TEST(SurveySetupModel, ModeChangesShowEachModesOwnValues) {
 TEST(SurveySetupModel, LeavingManualResetsDipoleBothAtOnce) {
   using Case = std::tuple<int, int, int, int, std::size_t>;  // modes and dipoles as list indexes
   for (const auto& [from, dipole, to, stored, items] :
-       {Case{2, 2, 0, 0, 2}, Case{2, 2, 1, 0, 2}, Case{2, 1, 0, 1, 2}, Case{0, 1, 2, 1, 3},
-        Case{2, 2, 2, 2, 3}}) {
+       {Case{2, 2, 0, 0, 2}, Case{2, 1, 0, 1, 2}, Case{0, 1, 2, 1, 3}, Case{2, 2, 2, 2, 3}}) {
     Settings settings =
         surveyIn(modeFromIndex<SurveyMode>(from), modeFromIndex<DipoleMode>(dipole));
     SurveySetupModel dialog = openSurveySetup(settings);

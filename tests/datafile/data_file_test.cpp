@@ -83,7 +83,6 @@ std::vector<std::pair<std::string, std::string>> cases() {
       {text(formatReadingRecord("T1123.4-05.6\r", 987654)), "T1123.4-05.6     987654\n"},
       {text(formatReadingRecord(std::string_view("T1123\0.4-05.6", 12), 1)),
        "T1123                 1\n"},
-      {text(formatTextRecord(u"fifteen chars!!", 'C', 42)), "Cfifteen cha         42\n"},
       {text(formatTextRecord(u"nineteen characters", 'C', kLateTick)), "Cnineteen ch -129496729\n"},
       {text(formatGpsRecords("$GPTXT,abc", 5, '@', '#')),
        "@$GPTXT,abc            \n"
@@ -247,7 +246,6 @@ TEST(DataFileReader, FaultsAreReportedWhereTheyLieAndTheRestIsRead) {
 TEST(R40, DumpsChecksNamingOffsetsAndExitsTwoOnAMissingFile) {
   TempFolder folder;
   const std::string path = folder.path() / "a.R40", errors = folder.path() / "stderr.txt";
-  // Its exit status and what it printed, standard output then error.
   const auto r40 = [&](const std::vector<std::string>& arguments) {
     testing::ChildProcess run(R40_BINARY, arguments, errors);
     const std::string output = run.readAll();

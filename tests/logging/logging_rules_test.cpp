@@ -69,9 +69,8 @@ TEST(StatusTexts, StationFileAndTrigger) {
   using enum LoggingState;
   using Trigger = std::tuple<bool, SurveyMode, LoggingState, const char*>;
   for (const auto& [pressed, mode, state, shown] :
-       {Trigger{true, kAuto, kLogging, "M"}, Trigger{true, kWheel, kStandBy, "M"},
-        Trigger{true, kManual, kLogging, " "}, Trigger{true, kManual, kStandBy, "M"},
-        Trigger{true, kManual, kMonitor, "M"}, Trigger{false, kAuto, kMonitor, " "}})
+       {Trigger{true, kAuto, kLogging, "M"}, Trigger{true, kManual, kLogging, " "},
+        Trigger{true, kManual, kStandBy, "M"}, Trigger{false, kAuto, kMonitor, " "}})
     EXPECT_EQ(triggerIndicatorText(pressed, mode, state), shown)
         << pressed << modeIndex(mode) << static_cast<int>(state);
 }
