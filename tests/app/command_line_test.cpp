@@ -18,7 +18,6 @@ TEST(CommandLine, OptionsInBothSpellingsAndErrorsThatNameTheArgument) {
                        options.listPorts),
             std::tuple(std::filesystem::path("/media/card"), "/tmp/gps", Orientation::kPortrait, 3,
                        std::filesystem::path("/tmp/caps"), true, true, true));
-  // Qt's own options go to Qt, in order, with their values.
   EXPECT_EQ(options.qtArguments,
             (std::vector<std::string_view>{"-platform", "offscreen", "-reverse", "-style=fusion"}));
   using Case = std::pair<std::vector<std::string_view>, std::string>;

@@ -17,7 +17,6 @@ namespace {
 using Entry = int (*)(QWidget*, LoggerContext&);
 using namespace gc40::testing;
 
-// Opens the dialog through its entry point; the steps must end it.
 int run(Entry entry, LoggerContext& context, std::vector<ModalScript::Step> steps) {
   ModalScript script(std::move(steps));
   const int result = entry(nullptr, context);

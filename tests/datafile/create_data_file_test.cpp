@@ -18,8 +18,6 @@ namespace {
 
 using testing::ModalScript;
 
-// The save dialog, answered with `name` (cancelled when empty); `proposed`
-// receives what it offered.
 ModalScript::Step saveAs(const QString& name, QString* proposed = nullptr) {
   return testing::fileDialogStep(name, [=](QFileDialog* dialog, const QString& offered) {
     EXPECT_EQ(dialog->windowTitle(), "Create Data File");

@@ -40,7 +40,6 @@ struct Bench : ShownLogger {
     QTest::qWait(200);
   }
 
-  // What the screen wrote to the receiver.
   std::string sent() {
     QTest::qWait(100);
     std::string bytes;
@@ -57,7 +56,6 @@ struct Bench : ShownLogger {
   }
   QPushButton* button(int id) { return monitor.findChild<QPushButton*>(QString::number(id)); }
 
-  // Which of "Go" and "Pause" is shown and enabled.
   QString goOrPause() {
     QStringList shown;
     for (QPushButton* b : {button(kGpsGoId), button(kGpsPauseId)})

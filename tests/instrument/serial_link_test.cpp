@@ -75,7 +75,6 @@ std::chrono::microseconds cpuWhileIdle() {
 
 class SerialLink : public ::testing::Test {
  protected:
-  // gc40-sim in sequence mode on the instrument's port, COM1:.
   void startInstrument(std::vector<std::string> options) {
     options.insert(options.begin(), {"--link", path, "--pattern", "sequence"});
     sim.emplace(GC40_SIM_BINARY, options);

@@ -107,7 +107,6 @@ struct LoggingRun : ::testing::Test {
     start();
     keys("CG");  // Create File, Go
   }
-  // Timer ticks each longer than the connection timeout after the last.
   void staleTicks(int count) {
     for (int i = 0; i < count; ++i) {
       clock.tick += kConnectionTimeoutMs + 1;
@@ -141,7 +140,6 @@ struct LoggingRun : ::testing::Test {
     return shortened;
   }
 
-  // The receiver's bytes as the GPS reader hands them on, arriving at `tick`.
   void gpsBytes(std::string_view bytes, std::uint32_t tick) {
     gpsAssembler.feed(bytes, tick, [&](std::string_view text, std::uint32_t at) {
       judgeGpsLine(text, at, [&](const GpsLine& line) { session.onGpsLine(line); });

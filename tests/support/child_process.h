@@ -72,7 +72,6 @@ class ChildProcess {
     return input_ >= 0 && write(input_, text.data(), text.size()) == ssize_t(text.size());
   }
 
-  // The next line of standard output, or nullopt when none came in time.
   std::optional<std::string> readLine(std::chrono::milliseconds timeout) {
     const auto deadline = std::chrono::steady_clock::now() + timeout;
     std::size_t end;
@@ -83,7 +82,6 @@ class ChildProcess {
     return line;
   }
 
-  // Standard output up to its end (or what came within `timeout`).
   std::string readAll(std::chrono::milliseconds timeout = std::chrono::seconds(10)) {
     const auto deadline = std::chrono::steady_clock::now() + timeout;
     while (readMore(deadline)) continue;
@@ -108,7 +106,6 @@ class ChildProcess {
     return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
   }
 
-  // Asks it to end (SIGTERM) and waits for that; a stopped one is woken.
   std::optional<int> stop() {
     signal(SIGTERM);
     signal(SIGCONT);

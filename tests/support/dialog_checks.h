@@ -32,7 +32,6 @@
 
 namespace gc40::testing {
 
-// A logger prepared on a test's own storage root, as gc40 prepares itself.
 inline LoggerContext preparedLogger(const TempFolder& folder,
                                     Orientation orientation = Orientation::kLandscape,
                                     std::optional<int> scale = std::nullopt) {
@@ -44,7 +43,6 @@ inline LoggerContext preparedLogger(const TempFolder& folder,
   return std::get<LoggerContext>(prepareLogger(options, nullptr, warnings));
 }
 
-// The application, and the main window of such a logger, shown at scale 1.
 struct ShownLogger {
   explicit ShownLogger(Orientation shape) : context(preparedLogger(folder, shape, 1)) {
     window.show();
@@ -85,8 +83,6 @@ Control* control(QWidget* dialog, int id) {
   return found;
 }
 
-// The text of a label, button, check box or edit field, or a list's items
-// joined by '|'.
 inline QString textOf(QWidget* dialog, int id) {
   QWidget* widget = control(dialog, id);
   if (auto* label = qobject_cast<QLabel*>(widget)) return label->text();

@@ -33,7 +33,6 @@ inline std::string escapedText(std::string_view text) {
   return out;
 }
 
-// ` name="text"` for each field the sentence sets.
 inline void printFields(const GpsFieldsShown& shown, std::ostream& out) {
   const auto field = [&out](const char* name, const std::optional<std::string>& text) {
     if (text) out << ' ' << name << "=\"" << escapedText(*text) << '"';
@@ -56,7 +55,6 @@ inline void PrintTo(const GpsFieldsShown& shown, std::ostream* out) {
   *out << " }";
 }
 
-// The lines a logging run makes of bytes that arrived at `tick`, judged.
 inline std::vector<GpsLine> judgedGpsLines(std::string_view bytes, std::uint32_t tick = 0) {
   GpsLineAssembler assembler;
   std::vector<GpsLine> lines;

@@ -13,14 +13,12 @@ namespace gc40::testing {
 
 class RecordedFile {
  public:
-  // The header as Create File writes it: identification, name, line block, time mark.
   explicit RecordedFile(const Settings& settings) : settings_(settings) {
     add(formatIdentificationRecord(settings_));
     add(formatFileNameRecord(settings_, "VIEWTEST"));
     lineBlock();
   }
 
-  // New Line: its line block and time mark, then the station record and time mark.
   RecordedFile& newLine(std::u16string name, double start, float increment) {
     settings_.surveyLine = std::move(name);
     settings_.startStation = start;
@@ -59,7 +57,6 @@ class RecordedFile {
   std::uint32_t tick_ = 5000;
 };
 
-// An instrument record: marker, status byte, two 5-character values.
 inline std::string instrumentRecord(unsigned char status, std::string_view values,
                                     char marker = 'T') {
   return std::string(1, marker) + static_cast<char>(status) + std::string(values);

@@ -33,7 +33,6 @@ std::string valuesAt(int k) {
   return rightAligned(formatInteger(conductivity), 5) + rightAligned(formatInteger(inphase), 5);
 }
 
-// Wheel mode with the short instrument, vertical dipole.
 const Settings kRecorded{
     .instrumentVariant = 1, .surveyMode = SurveyMode::kWheel, .surveyLine = u"7"};
 
