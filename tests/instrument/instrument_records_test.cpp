@@ -185,9 +185,7 @@ TEST(ReadingDecoder, StatusExamplesGiveTheirValues) {
   // clang-format off
   for (const auto& [status, component, variant, mode, values, expected] : {
       Case{0x20, 0, 0, 0, "012.0-01.5", {-3.0f,  0.00375f, 'V', 1000, 'N', 0}},
-      Case{0x24, 0, 0, 0, "012.0-01.5", {-0.3f,  0.00375f, 'V', 100,  'N', 0}},
       Case{0x24, 0, 1, 0, "7.7771.234", {7.777f * -0.025f, shortBoth, 'V', 100, 'N', 0}},
-      Case{0x40, 0, 0, 2, "012.0-01.5", {-3.0f,  0.00375f, 'H', 1000, 'N', 0}},
       Case{0x20, 1, 0, 0, "012.0-01.5", {12.0f,  -0.75f,   'V', 1000, 'N', 0}},  // inphase from a
       Case{0x20, 1, 1, 0, "7.7771.234", {7.777f, shortInphase, 'V', 1000, 'N', 0}},
       Case{0x21, 1, 1, 0, "012.0-01.5", {-0.03f, 0.00375f, 'V', 1000, 'N', 1}},
