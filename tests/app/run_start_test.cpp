@@ -1,6 +1,3 @@
-// The checks before a Monitor/Log run opens a port: the instrument and GPS
-// ports must differ while GPS is on, and a machine up too long is refused.
-
 #include "app/run_start.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,3 @@
-// The data file: its records laid out by hand, its name and creation, and a
-// written file read back whole and damaged, by r40 too.
-
 #include "datafile/data_file.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,3 @@
-// The logger's GPS line handling, on lines made by hand and on real
-// receivers' captures.
-
 #include <gtest/gtest.h>
 
 #include <algorithm>

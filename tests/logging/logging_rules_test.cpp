@@ -1,6 +1,3 @@
-// The logging screen's rules beside the session: its keys, the status texts,
-// the New Line, New Station and Enter Scale models, and the live profile.
-
 #include <gtest/gtest.h>
 
 #include <limits>

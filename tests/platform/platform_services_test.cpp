@@ -1,6 +1,3 @@
-// The machine services gc40 takes from the desktop: the port map, one copy
-// per storage root, and the log.
-
 #include <gtest/gtest.h>
 
 #include <QSignalSpy>

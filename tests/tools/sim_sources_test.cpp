@@ -1,6 +1,3 @@
-// What the simulator sends, the instrument's records and the GPS receiver's
-// lines, and the command line that chooses them.
-
 #include <gtest/gtest.h>
 
 #include <climits>

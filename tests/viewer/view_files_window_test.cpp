@@ -1,5 +1,3 @@
-// The View Files screen offscreen, on a recorded file, a damaged one and a slow one.
-
 #include "viewer/view_files_window.h"
 
 #include <gtest/gtest.h>
