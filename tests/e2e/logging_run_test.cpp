@@ -349,7 +349,6 @@ TEST_F(FullStorageRun, AFullDeviceStopsTheRecordingAndLosesNothingRecorded) {
   EXPECT_EQ(gc40->stop(), 0);
 }
 
-// The simulator gc40 started for itself, seen from outside.
 bool simulatorRunsFor(const fs::path& folder) {
   return std::any_of(fs::directory_iterator("/proc"), {}, [&](const fs::directory_entry& entry) {
     const std::string commandLine = testing::readBytes(entry.path() / "cmdline");

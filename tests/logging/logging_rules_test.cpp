@@ -18,7 +18,6 @@ namespace {
 using Action = LoggingAction;
 constexpr std::optional<Action> kNothing;
 
-// What a key ends in: its command number, then the action of that number.
 std::optional<Action> keyAction(LoggingState state, std::int32_t pauseKey, int key) {
   const std::optional<int> command = keyCommand(state, pauseKey, 0, key);
   return command ? actionFor(state, *command) : std::nullopt;
@@ -144,8 +143,7 @@ TEST(ProfileScaleModel, OkCorrectsTheLimits) {
 
 // Three readings make a station: only the third, which completes a station
 // of a started profile, scrolls. A trace starts with a point and then joins;
-// traces not in use, or not valid in the reading, are left alone. (Rows come
-// from plotOffset.)
+// traces not in use, or not valid in the reading, are left alone.
 TEST(ProfilePlot, ReadingsScrollOnStationsAndJoinTheirTraces) {
   const Settings settings;  // 0..500 over 180 rows
   const ProfileTraces traces{.traceOn = {1, 0, 1, 1, 1, 1, 1, 1}};

@@ -83,7 +83,6 @@ TEST(Battery, AskedAtMostEveryThreeMinutes) {
 class LoggingWindowTest : public ::testing::TestWithParam<Orientation>,
                           protected testing::ShownLogger {
  protected:
-  // Landscape runs with a GPS receiver on COM2:, portrait without.
   LoggingWindowTest() : ShownLogger(GetParam()) {
     context.ports.paths[0] = openTerminal(meter);
     context.ports.paths[1] = openTerminal(receiver);
