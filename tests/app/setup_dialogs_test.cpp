@@ -5,7 +5,6 @@
 #include <tuple>
 
 #include "app/display_options_model.h"
-#include "app/gps_port_model.h"
 #include "app/logger_setup_model.h"
 #include "app/survey_setup_model.h"
 
@@ -119,32 +118,6 @@ TEST(LoggerSetupModel, PauseKeyListFollowsTheScreen) {
         << portrait << stored;
     acceptLoggerSetup(settings, controls);
     EXPECT_EQ(settings.pauseKey, selected);
-  }
-}
-
-// OK saves; "Monitor GPS Output" stores the same without saving. Both ask
-// for the Monitor GPS screen (result 1), OK only with GPS input enabled. A
-// port outside the list selects nothing; a damaged baud index shows 9600.
-TEST(GpsPortModel, OkSavesAndMonitorDoesNot) {
-  const auto selections = [](const GpsPortControls& boxes) {
-    std::array<std::int32_t, kGpsPortCombos.size()> selected{};
-    for (std::size_t i = 0; i < selected.size(); ++i) selected[i] = boxes[i].selection;
-    return selected;
-  };
-  Settings settings;
-  settings.gpsPort = 12;
-  settings.gpsBaudIndex = 6;
-  EXPECT_EQ(selections(openGpsPortSetup(settings)), (std::array{0, -1, 1, 0, 1, 0}));
-  for (const std::int32_t enabled : {0, 1}) {
-    const std::array wanted{enabled, 3, 5, 2, 0, 1};
-    GpsPortControls chosen = openGpsPortSetup(Settings{});
-    for (std::size_t i = 0; i < wanted.size(); ++i) chosen[i].selection = wanted[i];
-    for (const bool monitor : {false, true}) {
-      Settings stored;
-      EXPECT_EQ(monitor ? monitorGpsOutput(stored, chosen) : acceptGpsPortSetup(stored, chosen),
-                (GpsPortOutcome{!monitor, monitor || enabled == 1 ? 1 : 0}));
-      EXPECT_EQ(selections(openGpsPortSetup(stored)), wanted);
-    }
   }
 }
 

@@ -75,8 +75,11 @@ TEST_P(SetupDialogWidgets, LoggerSetupListsPathAndOk) {
 }
 
 // Monitor GPS Output stores without saving and ends with 1; OK stores and
-// saves, and with GPS input enabled also ends with 1.
+// saves, and with GPS input enabled also ends with 1. A port outside the list
+// selects nothing; a damaged baud index shows 9600.
 TEST_P(SetupDialogWidgets, GpsPortMonitorThenOk) {
+  context.settings.gpsPort = 12;
+  context.settings.gpsBaudIndex = 6;
   const int monitor = run(&runGpsPortSetup, context, {onDialog([&](QDialog* dialog) {
     checkLook(dialog, layout, "gps_port", "Set GPS Port",
               {{700, {"GPS Input", "Serial Port", "Baud Rate", "Parity", "Data Bits", "Stop Bits"}},
@@ -84,6 +87,9 @@ TEST_P(SetupDialogWidgets, GpsPortMonitorThenOk) {
                 {"Disabled|Enabled", kComPorts, "4800|9600|19200|38400|57600|115200", "No|Even|Odd",
                  "7|8", "1|2"}},
                {729, {"Monitor GPS Output"}}});
+    EXPECT_EQ(std::pair(control<QComboBox>(dialog, 721)->currentIndex(),
+                        control<QComboBox>(dialog, 722)->currentIndex()),
+              std::pair(-1, 1));
     select(dialog, 721, 11);
     EXPECT_EQ(devicePath(dialog), "/dev/ttyUSB11");
     expectAdapterNote(dialog, "/dev/ttyUSB11");

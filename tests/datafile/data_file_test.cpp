@@ -239,8 +239,9 @@ TEST(DataFileReader, FaultsAreReportedWhereTheyLieAndTheRestIsRead) {
   }
 }
 
-// The r40 program as a user runs it: what it prints and how it exits.
-TEST(R40, DumpsChecksNamingOffsetsAndExitsTwoOnAMissingFile) {
+// The r40 program as a user runs it: what it prints and how it exits. The
+// capture listings are the GPS and instrument tests' .chk files.
+TEST(R40, DumpsChecksListsCapturesAndExitsTwoOnAMissingFile) {
   TempFolder folder;
   const std::string path = folder.path() / "a.R40", errors = folder.path() / "stderr.txt";
   const auto r40 = [&](const std::vector<std::string>& arguments) {
@@ -267,6 +268,8 @@ TEST(R40, DumpsChecksNamingOffsetsAndExitsTwoOnAMissingFile) {
   EXPECT_EQ(output.rfind("24 problem (5 bytes)", 0), 0u) << output;
   EXPECT_NE(output.find("\n53 problem (16 bytes): truncated record"), std::string::npos);
 
+  const std::string capture = GC40_NMEA_CAPTURES "/iTrek.log";
+  EXPECT_EQ(r40({"gps", capture}), std::pair(0, readBytes(capture + ".chk")));
   const std::string missing = folder.path() / "none.R40";
   const auto [missingStatus, said] = r40({"dump", missing});
   EXPECT_EQ(missingStatus, 2);

@@ -94,7 +94,7 @@ std::vector<HandledGpsLine> handle(std::string_view bytes, std::size_t maxChunk,
     size = maxChunk == 0 ? bytes.size() : 1 + random() % maxChunk;
     reader.feed(bytes.substr(at, size));
   }
-  return reader.lines;
+  return reader.lines();
 }
 
 std::vector<std::filesystem::path> captures() {
@@ -122,17 +122,17 @@ std::vector<std::filesystem::path> captures() {
 
 // Every capture gives the lines, verdicts and shown fields its .chk file
 // lists, fed whole, byte by byte or in random chunks. After a change meant
-// to alter them, the regenerate-gps-chk target rewrites the files.
+// to alter them, `r40 gps NAME.log > NAME.log.chk` rewrites a file.
 TEST(GpsCaptures, EachGivesItsChkListingHoweverItsBytesAreSplit) {
   for (const std::filesystem::path& path : captures()) {
     const std::string name = path.filename().string();
     const std::string bytes = testing::readBytes(path);
-    const std::string whole = gpsChkListing(name, handle(bytes, 0));
+    const std::string whole = gpsCaptureListing(name, handle(bytes, 0));
     EXPECT_TRUE(sameListing(name + ".chk", testing::readBytes(path.string() + ".chk"), whole));
     for (const std::size_t maxChunk : {1, 300})
       EXPECT_TRUE(
           sameListing(name + " in chunks of up to " + std::to_string(maxChunk), whole,
-                      gpsChkListing(name, handle(bytes, maxChunk, unsigned(bytes.size())))));
+                      gpsCaptureListing(name, handle(bytes, maxChunk, unsigned(bytes.size())))));
   }
 }
 

@@ -5,8 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <bit>
-#include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <functional>
 #include <limits>
@@ -15,7 +13,7 @@
 #include <tuple>
 #include <vector>
 
-#include "base/number_text.h"
+#include "capture_listings.h"
 #include "instrument/reading_decoder.h"
 #include "instrument/record_framer.h"
 #include "support/temp_folder.h"
@@ -233,44 +231,15 @@ TEST(ReadingDecoder, EveryStatusByteAndSettingDecodesConsistently) {
   }
 }
 
-// The readings a capture gives with one record per reading, and with three,
-// where a malformed line takes a place of its own: each record with printable
-// ASCII as it is and anything else as \xHH, and its decoded values.
-std::string readingsFrom(std::string_view capture) {
-  std::string readings;
-  for (const std::int32_t recordsPerReading : {1, 3}) {
-    readings += "records per reading " + formatInteger(recordsPerReading) + ":\n";
-    Feeder run(recordsPerReading);
-    run.onReading = [&](std::uint32_t) {
-      const std::string_view framed = run.readings.back();
-      readings += '"';
-      for (const unsigned char byte : framed) {
-        char hex[5];
-        std::snprintf(hex, sizeof hex, "\\x%02X", byte);
-        readings += byte >= 0x20 && byte < 0x7F && byte != '\\' ? std::string(1, char(byte)) : hex;
-      }
-      FiledValues filed;
-      const DecodedReading r = decodeInstrumentRecord(framed, Settings{}, filed);
-      readings += "\" conductivity " + formatFixed(r.conductivity, 6) + " inphase " +
-                  formatFixed(r.inphase, 6) + " dipole " + r.dipole + " range " +
-                  formatInteger(r.range) + " mark " + r.mark + " channel " +
-                  formatInteger(r.channelFlag) + "\n";
-    };
-    run.feed(capture);
-  }
-  return readings;
-}
-
+// `r40 meter NAME.raw > NAME.raw.chk` writes a listing.
 TEST(InstrumentCaptures, GiveTheirCheckedReadings) {
-  const bool regenerate = std::getenv("GC40_REGENERATE_CHK") != nullptr;
   int captures = 0;
   for (const auto& entry : std::filesystem::directory_iterator(GC40_CAPTURES_DIR)) {
     if (entry.path().extension() != ".raw") continue;
     ++captures;
-    const std::string readings = readingsFrom(testing::readBytes(entry.path()));
-    const std::filesystem::path check = entry.path().string() + ".chk";
-    if (regenerate) testing::writeBytes(check, readings);
-    EXPECT_EQ(readings, testing::readBytes(check)) << entry.path();
+    EXPECT_EQ(meterCaptureListing(testing::readBytes(entry.path())),
+              testing::readBytes(entry.path().string() + ".chk"))
+        << entry.path();
   }
   EXPECT_GE(captures, 2);
 }

@@ -1,6 +1,8 @@
-// r40: looks into survey data files.
-//   r40 dump FILE    one line per record: offset, type and fields
-//   r40 check FILE   one line per problem; exit 0 only when there is none
+// r40: looks into survey data files and serial captures.
+//   r40 dump FILE      one line per record: offset, type and fields
+//   r40 check FILE     one line per problem; exit 0 only when there is none
+//   r40 gps CAPTURE    each line a GPS receiver sent, as gc40 judges it
+//   r40 meter CAPTURE  the readings gc40 takes from a meter's bytes
 // Exit 2 when the file cannot be read or the command line is wrong.
 
 #include <filesystem>
@@ -12,6 +14,7 @@
 
 #include "base/number_text.h"
 #include "base/raw_file.h"
+#include "capture_listings.h"
 #include "datafile/data_file_reader.h"
 
 namespace gc40 {
@@ -21,22 +24,8 @@ constexpr int kTrouble = 2;
 
 std::string number(std::int64_t value) { return formatInteger(value); }
 
-// Bytes outside printable ASCII as \xHH, so any record prints on one line.
-std::string escaped(std::string_view text) {
-  std::string out = "\"";
-  for (const char c : text) {
-    const auto byte = static_cast<unsigned char>(c);
-    if (byte < 0x20 || byte >= 0x7F) {
-      out += "\\x";
-      out += "0123456789abcdef"[byte >> 4];
-      out += "0123456789abcdef"[byte & 15];
-    } else {
-      if (c == '"' || c == '\\') out += '\\';
-      out += c;
-    }
-  }
-  return out + "\"";
-}
+// Quoted, any record on one line.
+std::string escaped(std::string_view text) { return '"' + escapedText(text) + '"'; }
 
 std::string clock(const TimeOfDay& time) {
   return formatZeroPadded(time.hour, 2) + ":" + formatZeroPadded(time.minute, 2) + ":" +
@@ -119,18 +108,32 @@ std::optional<std::string> readWholeFile(const std::filesystem::path& path) {
   return std::nullopt;
 }
 
+int usage() {
+  std::cerr << "usage: r40 dump FILE       list every record with its byte offset\n"
+               "       r40 check FILE      list the problems; exit 0 when there are none\n"
+               "       r40 gps CAPTURE     each line a GPS receiver sent, as gc40 judges it\n"
+               "       r40 meter CAPTURE   the readings gc40 takes from a meter's bytes\n";
+  return kTrouble;
+}
+
 int run(int argc, char** argv) {
   const std::string_view command = argc == 3 ? argv[1] : "";
-  if (command != "dump" && command != "check") {
-    std::cerr << "usage: r40 dump FILE    list every record with its byte offset\n"
-                 "       r40 check FILE   list the problems; exit 0 when there are none\n";
-    return kTrouble;
-  }
+  if (command != "dump" && command != "check" && command != "gps" && command != "meter")
+    return usage();
   const std::optional<std::string> bytes = readWholeFile(argv[2]);
   if (!bytes) return kTrouble;
-  const DataFileContents contents = readDataFile(*bytes);
-  if (command == "check") return check(argv[2], contents);
-  dump(contents);
+  if (command == "gps") {
+    GpsCaptureReader reader;
+    reader.feed(*bytes);
+    std::cout << gpsCaptureListing(std::filesystem::path(argv[2]).filename().string(),
+                                   reader.lines());
+  } else if (command == "meter") {
+    std::cout << meterCaptureListing(*bytes);
+  } else if (command == "check") {
+    return check(argv[2], readDataFile(*bytes));
+  } else {
+    dump(readDataFile(*bytes));
+  }
   return 0;
 }
 
