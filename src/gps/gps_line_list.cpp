@@ -1,57 +1,49 @@
 #include "gps/gps_line_list.h"
 
-#include <QPainter>
-#include <QStyledItemDelegate>
+#include <QScrollBar>
+#include <QTextOption>
 
 namespace gc40 {
 namespace {
 
-constexpr int kTextMargin = 2;
-constexpr int kWrap = Qt::TextWrapAnywhere;  // NMEA fields hold no spaces to break at
+// Often enough to look live, seldom enough that a burst is one layout and one repaint.
+constexpr int kAppendEveryMs = 50;
 
-class WrappingDelegate : public QStyledItemDelegate {
- public:
-  explicit WrappingDelegate(QListWidget* list) : QStyledItemDelegate(list), list_(list) {}
-
-  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
-    const QRect area = textArea(QRect(0, 0, list_->viewport()->width(), 0xFFFF));
-    const QRect text =
-        option.fontMetrics.boundingRect(area, kWrap, index.data(Qt::DisplayRole).toString());
-    return {area.width() + 2 * kTextMargin, text.height()};
-  }
-
-  void paint(QPainter* painter, const QStyleOptionViewItem& option,
-             const QModelIndex& index) const override {
-    QStyleOptionViewItem item = option;
-    initStyleOption(&item, index);
-    const QString text = item.text;
-    item.text.clear();  // the style draws the background and selection only
-    list_->style()->drawControl(QStyle::CE_ItemViewItem, &item, painter, list_);
-    const bool selected = item.state & QStyle::State_Selected;
-    painter->setPen(item.palette.color(selected ? QPalette::HighlightedText : QPalette::Text));
-    painter->drawText(textArea(item.rect), kWrap | Qt::AlignLeft | Qt::AlignVCenter, text);
-  }
-
- private:
-  static QRect textArea(const QRect& rect) {
-    return rect.adjusted(kTextMargin, 0, -kTextMargin, 0);
-  }
-
-  QListWidget* list_;
-};
+// A carriage return inside a line would start a block of its own and split
+// the line in two; it shows as the replacement character instead.
+QString oneBlock(QString line) {
+  return line.replace(QLatin1Char('\r'), QChar::ReplacementCharacter);
+}
 
 }  // namespace
 
-GpsLineList::GpsLineList(QWidget* parent) : QListWidget(parent) {
-  setItemDelegate(new WrappingDelegate(this));
+GpsLineList::GpsLineList(QWidget* parent) : QPlainTextEdit(parent) {
+  setReadOnly(true);
+  setUndoRedoEnabled(false);  // appended text would otherwise pile up in the undo stack
+  setMaximumBlockCount(kMaxLines);
+  setLineWrapMode(QPlainTextEdit::WidgetWidth);
+  setWordWrapMode(QTextOption::WrapAnywhere);  // NMEA fields hold no spaces to break at
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);  // a constant width to wrap to
   setFocusPolicy(Qt::NoFocus);
+  appendTimer_.setSingleShot(true);
+  appendTimer_.setInterval(kAppendEveryMs);
+  connect(&appendTimer_, &QTimer::timeout, this, &GpsLineList::appendQueued);
 }
 
 void GpsLineList::addLine(const QString& line) {
-  addItem(line);
-  scrollToItem(item(count() - 1));
+  queued_ << oneBlock(line);
+  if (!appendTimer_.isActive()) appendTimer_.start();
+}
+
+void GpsLineList::appendQueued() {
+  QString text = queued_.join(QLatin1Char('\n'));
+  // A lone blank line leaves the document empty, and the next text would fill its block.
+  if (listedAny_ && document()->isEmpty()) text.prepend(QLatin1Char('\n'));
+  appendPlainText(text);
+  listedAny_ = true;
+  queued_.clear();
+  verticalScrollBar()->setValue(verticalScrollBar()->maximum());
 }
 
 }  // namespace gc40

@@ -8,9 +8,12 @@
 #include <stdlib.h>
 #include <unistd.h>
 
-#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QScrollBar>
 #include <QTest>
+#include <QTextBlock>
 
+#include "gps/gps_line_list.h"
 #include "gps/gps_message_dialog.h"
 #include "instrument/serial_ports.h"
 #include "support/dialog_checks.h"
@@ -35,8 +38,14 @@ struct Bench : ShownLogger {
   }
   ~Bench() { close(receiver); }
 
+  // In as many writes as the pseudo-terminal's buffer needs.
   void receive(std::string_view bytes) {
-    EXPECT_EQ(write(receiver, bytes.data(), bytes.size()), ssize_t(bytes.size()));
+    for (int tries = 0; !bytes.empty() && tries < 1000; ++tries) {
+      const ssize_t written = write(receiver, bytes.data(), bytes.size());
+      if (written > 0) bytes.remove_prefix(std::size_t(written));
+      QTest::qWait(written > 0 ? 0 : 10);
+    }
+    EXPECT_TRUE(bytes.empty());
     QTest::qWait(200);
   }
 
@@ -48,11 +57,21 @@ struct Bench : ShownLogger {
     return bytes;
   }
 
-  QListWidget* list() { return monitor.findChild<QListWidget*>(); }
+  QPlainTextEdit* list() { return monitor.findChild<QPlainTextEdit*>(); }
   QStringList lines() {
     QStringList texts;
-    for (int i = 0; i < list()->count(); ++i) texts << list()->item(i)->text();
+    for (QTextBlock block = list()->document()->begin(); block.isValid(); block = block.next())
+      texts << block.text();
+    if (texts == QStringList{""} && list()->document()->isEmpty()) return {};
     return texts;
+  }
+  // The last line's first and last characters are on screen.
+  bool lastLineInView() {
+    QTextCursor cursor(list()->document()->lastBlock());
+    const QRect start = list()->cursorRect(cursor);
+    cursor.movePosition(QTextCursor::EndOfBlock);
+    const QRect viewport = list()->viewport()->rect();
+    return viewport.contains(start) && viewport.contains(list()->cursorRect(cursor));
   }
   QPushButton* button(int id) { return monitor.findChild<QPushButton*>(QString::number(id)); }
 
@@ -74,14 +93,16 @@ TEST(MonitorGpsTest, ListsLinesInViewPausesAndExitsOnX) {
     Bench bench(shape);
     EXPECT_EQ(bench.monitor.geometry(), bench.window.rect());
     EXPECT_EQ(bench.goOrPause(), "Pause");
+    bench.receive("\r\n");               // a blank line alone
     std::string burst = "junk$GPGGA,0";  // "$" restarts the line
     for (int i = 1; i <= 30; ++i) burst += "\r\n$GPGGA," + std::to_string(i);
-    bench.receive(burst + "\r\n$GPRMC,unfinished");
-    ASSERT_EQ(bench.lines().size(), 31);
-    EXPECT_EQ(bench.lines().front(), "$GPGGA,0");
-    EXPECT_EQ(bench.lines().back(), "$GPGGA,30");
-    QListWidget* list = bench.list();
-    EXPECT_TRUE(list->viewport()->rect().contains(list->visualItemRect(list->item(30))));
+    bench.receive(burst + "\r\r\n$GPRMC,unfinished");
+    ASSERT_EQ(bench.lines().size(), 32);
+    EXPECT_EQ(bench.lines()[0], "");
+    EXPECT_EQ(bench.lines()[1], "$GPGGA,0");
+    EXPECT_EQ(bench.lines().back(), QString::fromUtf8("$GPGGA,30\uFFFD"));
+    EXPECT_TRUE(bench.lastLineInView());
+    QPlainTextEdit* list = bench.list();
     for (const int id : {kGpsGoId, kGpsPauseId, kGpsSendId, kGpsExitId}) {
       QPushButton* button = bench.button(id);
       const QString shown = QString(button->text()).remove('&');
@@ -99,7 +120,19 @@ TEST(MonitorGpsTest, ListsLinesInViewPausesAndExitsOnX) {
     bench.button(kGpsGoId)->click();
     EXPECT_EQ(bench.goOrPause(), "Pause");
     bench.receive("$GPRMC,after\r\n");
-    EXPECT_EQ(bench.lines().mid(31), QStringList{"$GPRMC,after"});
+    EXPECT_EQ(bench.lines().mid(32), QStringList{"$GPRMC,after"});
+
+    // Only the newest lines stay, each of them, the last in view even when
+    // the list was scrolled back.
+    list->verticalScrollBar()->setValue(0);
+    std::string flood;
+    for (int i = 1; i <= 1500; ++i) flood += "$GPZDA," + std::to_string(i) + "\r\n";
+    bench.receive(flood);
+    QStringList newest;
+    for (int i = 1501 - GpsLineList::kMaxLines; i <= 1500; ++i)
+      newest << "$GPZDA," + QString::number(i);
+    EXPECT_EQ(bench.lines(), newest);
+    EXPECT_TRUE(bench.lastLineInView());
 
     bench.button(kGpsPauseId)->click();
     QTest::keyClick(&bench.monitor, Qt::Key_X);
