@@ -126,11 +126,12 @@ TEST(MonitorGpsTest, ListsLinesInViewPausesAndExitsOnX) {
     // the list was scrolled back.
     list->verticalScrollBar()->setValue(0);
     std::string flood;
-    for (int i = 1; i <= 1500; ++i) flood += "$GPZDA," + std::to_string(i) + "\r\n";
+    const std::string wraps(80, ',');
+    for (int i = 1; i <= 1500; ++i) flood += "$GPGSV," + std::to_string(i) + wraps + "\r\n";
     bench.receive(flood);
     QStringList newest;
     for (int i = 1501 - GpsLineList::kMaxLines; i <= 1500; ++i)
-      newest << "$GPZDA," + QString::number(i);
+      newest << "$GPGSV," + QString::number(i) + QString::fromStdString(wraps);
     EXPECT_EQ(bench.lines(), newest);
     EXPECT_TRUE(bench.lastLineInView());
 
