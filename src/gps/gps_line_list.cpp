@@ -29,7 +29,12 @@ GpsLineList::GpsLineList(QWidget* parent) : QPlainTextEdit(parent) {
   appendTimer_.setSingleShot(true);
   appendTimer_.setInterval(kAppendEveryMs);
   connect(&appendTimer_, &QTimer::timeout, this, &GpsLineList::appendQueued);
+  // The last lines are laid out after the append and may add wrapped rows
+  // then: the end stays in view whenever the range grows.
+  connect(verticalScrollBar(), &QScrollBar::rangeChanged, this, &GpsLineList::showEnd);
 }
+
+void GpsLineList::showEnd() { verticalScrollBar()->setValue(verticalScrollBar()->maximum()); }
 
 void GpsLineList::addLine(const QString& line) {
   queued_ << oneBlock(line);
@@ -43,7 +48,7 @@ void GpsLineList::appendQueued() {
   appendPlainText(text);
   listedAny_ = true;
   queued_.clear();
-  verticalScrollBar()->setValue(verticalScrollBar()->maximum());
+  showEnd();
 }
 
 }  // namespace gc40

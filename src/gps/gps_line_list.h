@@ -23,6 +23,7 @@ class GpsLineList : public QPlainTextEdit {
 
  private:
   void appendQueued();
+  void showEnd();
 
   QStringList queued_;
   bool listedAny_ = false;
