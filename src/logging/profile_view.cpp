@@ -1,6 +1,7 @@
 #include "logging/profile_view.h"
 
 #include <QFontMetrics>
+#include <QPaintEvent>
 #include <QPainter>
 #include <algorithm>
 #include <cstring>
@@ -23,6 +24,15 @@ constexpr int kFarOff = 1 << 16;
 
 int screenWidth(std::int32_t portraitScreen) { return layoutSize(portraitScreen == 1).width; }
 
+// Moves the first `kept` columns of each row of `image` `shift` columns to the left.
+void shiftLeft(QImage& image, int shift, int kept) {
+  constexpr int kBytesPerPixel = 4;  // RGB32
+  for (int row = 0; row < image.height(); ++row) {
+    uchar* line = image.scanLine(row);
+    std::memmove(line, line + shift * kBytesPerPixel, std::size_t(kept) * kBytesPerPixel);
+  }
+}
+
 }  // namespace
 
 ProfileView::ProfileView(const Settings& settings, const ProfileTraces& traces, int scale,
@@ -32,6 +42,8 @@ ProfileView::ProfileView(const Settings& settings, const ProfileTraces& traces, 
   QFont font = this->font();
   font.setPixelSize(kLabelFontPixels * scale_);
   setFont(font);
+  // paintEvent covers every pixel it is asked for, so the window's background need not be drawn.
+  setAttribute(Qt::WA_OpaquePaintEvent);
   restart();
 }
 
@@ -45,6 +57,8 @@ void ProfileView::restart() {
   const int right = plotWidth_ + kAxisGap;
   drawGreyLine(grid_.zeroY, grid_.zeroLineWidth, 0, right);
   for (int y : grid_.lineYs) drawGreyLine(y, 1, 0, right);
+  shown_ = QImage(picture_.size() * scale_, QImage::Format_RGB32);
+  enlarge(picture_.rect());
   state_ = ProfileState{};
   update();
 }
@@ -54,8 +68,25 @@ void ProfileView::addReading(const FiledValues& filed, std::int32_t readingsAtSt
   const ProfileStep step =
       addReadingToProfile(state_, filed, readingsAtStation, traces_, settings_, traceContinues);
   if (step.scroll) scroll();
-  for (const TraceStroke& stroke : step.strokes) drawStroke(stroke);
-  update(0, 0, picture_.width() * scale_, picture_.height() * scale_);
+  QRect changed;
+  for (const TraceStroke& stroke : step.strokes) changed |= drawStroke(stroke);
+  enlarge(changed);
+  // A scroll moves the whole plot; otherwise only the strokes are new.
+  update(step.scroll ? shown_.rect() : QRect(changed.topLeft() * scale_, changed.size() * scale_));
+}
+
+// Copies `area` of the picture (layout pixels) into shown_ as whole blocks of
+// scale_ by scale_ pixels, so scaling never blurs a one-pixel trace.
+void ProfileView::enlarge(const QRect& area) {
+  const QRect inside = area & picture_.rect();
+  for (int y = inside.top(); y <= inside.bottom(); ++y) {
+    const auto* from = reinterpret_cast<const QRgb*>(picture_.constScanLine(y));
+    for (int row = y * scale_; row < (y + 1) * scale_; ++row) {
+      auto* to = reinterpret_cast<QRgb*>(shown_.scanLine(row));
+      for (int x = inside.left(); x <= inside.right(); ++x)
+        std::fill_n(to + x * scale_, scale_, from[x]);
+    }
+  }
 }
 
 // A grey horizontal line of `lineWidth` rows ending on row y, from column
@@ -70,22 +101,20 @@ void ProfileView::drawGreyLine(int y, int lineWidth, int fromX, int toX) {
 // Two columns to the left; the newest three columns blank again but for the
 // zero line and the grid.
 void ProfileView::scroll() {
-  constexpr int kBytesPerPixel = 4;  // RGB32
-  const int shift = kProfileScrollPixels * kBytesPerPixel;
-  const auto kept = static_cast<std::size_t>(plotWidth_ - 1) * kBytesPerPixel;
-  for (int row = 0; row < picture_.height(); ++row) {
-    uchar* line = picture_.scanLine(row);
-    std::memmove(line, line + shift, kept);
-  }
+  shiftLeft(picture_, kProfileScrollPixels, plotWidth_ - 1);
+  shiftLeft(shown_, kProfileScrollPixels * scale_, (plotWidth_ - 1) * scale_);
+  const QRect newest(plotWidth_ - 1, 0, 3, plotHeight_ + 1);
   {
     QPainter painter(&picture_);
-    painter.fillRect(QRect(plotWidth_ - 1, 0, 3, plotHeight_ + 1), Qt::white);
+    painter.fillRect(newest, Qt::white);
   }
   drawGreyLine(grid_.zeroY, grid_.zeroLineWidth, plotWidth_ - 1, plotWidth_ + 1);
   for (int y : grid_.lineYs) drawGreyLine(y, 1, plotWidth_ - 1, plotWidth_ + 1);
+  enlarge(newest);
 }
 
-void ProfileView::drawStroke(const TraceStroke& stroke) {
+// Draws one stroke and returns the part of the picture it may have touched.
+QRect ProfileView::drawStroke(const TraceStroke& stroke) {
   const auto trace = static_cast<std::size_t>(stroke.trace);
   QPainter painter(&picture_);
   QPen pen(qColour(settings_.traceColour[trace]),
@@ -96,19 +125,25 @@ void ProfileView::drawStroke(const TraceStroke& stroke) {
     return std::clamp(y, -kFarOff, plotHeight_ + kFarOff);
   };
   const QPoint newest(plotWidth_, drawable(stroke.y));
+  const QPoint from =
+      stroke.joined ? QPoint(plotWidth_ - kProfileScrollPixels, drawable(stroke.fromY)) : newest;
   if (stroke.joined) {
-    painter.drawLine(QPoint(plotWidth_ - kProfileScrollPixels, drawable(stroke.fromY)), newest);
+    painter.drawLine(from, newest);
   } else {
     painter.drawPoint(newest);
   }
+  const int reach = pen.width();  // round caps and rounding reach no further
+  return QRect(from, newest).normalized().adjusted(-reach, -reach, reach, reach);
 }
 
-void ProfileView::paintEvent(QPaintEvent*) {
+void ProfileView::paintEvent(QPaintEvent* event) {
   QPainter painter(this);
-  painter.fillRect(rect(), Qt::white);
-  // Whole blocks per layout pixel: scaling never blurs a one-pixel trace.
-  const QRect plot(0, 0, picture_.width() * scale_, picture_.height() * scale_);
-  painter.drawImage(plot, picture_);
+  const QRect plot = shown_.rect();
+  if (event->region().intersects(plot)) painter.drawImage(QPoint(0, 0), shown_);
+  const QRect besidePlot(plot.width(), 0, width() - plot.width(), height());
+  // A new reading repaints the plot alone; the labels' texts need no new layout then.
+  if (!event->region().intersects(besidePlot)) return;
+  painter.fillRect(besidePlot, Qt::white);
   painter.fillRect(QRect(plot.width(), 0, scale_, height()), Qt::black);  // the axis
   drawLabels(painter);
 }

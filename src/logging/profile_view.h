@@ -43,7 +43,8 @@ class ProfileView : public QWidget {
  private:
   void drawGreyLine(int y, int lineWidth, int fromX, int toX);
   void scroll();
-  void drawStroke(const TraceStroke& stroke);
+  QRect drawStroke(const TraceStroke& stroke);
+  void enlarge(const QRect& area);
   void drawLabels(QPainter& painter);
 
   const Settings& settings_;
@@ -54,6 +55,9 @@ class ProfileView : public QWidget {
   ProfileGrid grid_;
   ProfileState state_;
   QImage picture_;
+  // The picture at the window's scale, brought up to date where it changes:
+  // enlarging the whole plot for every reading would cost more than all else.
+  QImage shown_;
 };
 
 }  // namespace gc40

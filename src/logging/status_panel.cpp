@@ -32,6 +32,8 @@ StatusPanel::StatusPanel(bool portrait, int scale, BatterySource battery, QWidge
   };
   layout_ = statusLayout(portrait, scale, textWidth, metrics.height());
   setFixedSize(layout_.width, layout_.height);
+  // paintEvent fills what it repaints, so the window's background need not be drawn first.
+  setAttribute(Qt::WA_OpaquePaintEvent);
 }
 
 void StatusPanel::showStatus(const Settings& settings, LoggingState loggingState,
@@ -110,7 +112,9 @@ void StatusPanel::paintEvent(QPaintEvent* event) {
     const auto field = static_cast<StatusField>(i);
     const QRect rect = fieldRect(field);
     const QString& shown = texts_[static_cast<std::size_t>(i)];
-    if (shown.isEmpty() || !event->rect().intersects(rect)) continue;
+    // The region, not its bounding box: a reading and a GPS mark changed
+    // together must not lay out every text between them again.
+    if (shown.isEmpty() || !event->region().intersects(rect)) continue;
     if (gpsDisabled && fieldsTakeTurns(field, StatusField::kGpsDisabled)) continue;
     // A text wider than its field (a huge value, a long line name) is cut at
     // the field's edge rather than drawn over its neighbour.

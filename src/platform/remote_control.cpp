@@ -103,7 +103,29 @@ RemoteControl::RemoteControl(QObject* parent)
     : QObject(parent), input_(STDIN_FILENO, QSocketNotifier::Read) {
   connect(&input_, &QSocketNotifier::activated, this, &RemoteControl::readCommands);
   connect(&frontWatch_, &QTimer::timeout, this, &RemoteControl::reportFront);
+  frontWatch_.setSingleShot(true);
   frontWatch_.start(kFrontWatchMs);
+  QCoreApplication::instance()->installEventFilter(this);
+}
+
+// The front window is looked at again only after an event that may change
+// it: polling it would wake the program fifty times a second for nothing.
+bool RemoteControl::eventFilter(QObject* watched, QEvent* event) {
+  switch (event->type()) {
+    case QEvent::Show:
+    case QEvent::Hide:
+    case QEvent::FocusIn:
+    case QEvent::WindowActivate:
+    case QEvent::WindowDeactivate:
+    case QEvent::WindowBlocked:
+    case QEvent::WindowUnblocked:
+    case QEvent::WindowTitleChange:
+      if (!frontWatch_.isActive()) frontWatch_.start(kFrontWatchMs);
+      break;
+    default:
+      break;
+  }
+  return QObject::eventFilter(watched, event);
 }
 
 void RemoteControl::readCommands() {

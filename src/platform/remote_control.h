@@ -31,6 +31,9 @@ class RemoteControl : public QObject {
   // One line on standard output.
   void report(const QString& line);
 
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
  private:
   void readCommands();
   void runCommand(const QString& line);

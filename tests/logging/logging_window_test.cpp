@@ -12,6 +12,7 @@
 #include <QApplication>
 #include <QImage>
 #include <QPushButton>
+#include <QScreen>
 #include <QTest>
 
 #include "app/main_commands.h"
@@ -31,6 +32,15 @@ FiledValues verticalConductivity(float value) {
   return {.verticalConductivity = value, .verticalConductivityValid = 1};
 }
 
+// What the window shows once its pending repaints are done, against what a
+// full paint draws: a change left out of the repainted parts shows here.
+void expectScreenMatchesFullPaint(QWidget& widget) {
+  QCoreApplication::sendPostedEvents();
+  const QImage onScreen = widget.screen()->grabWindow(widget.winId()).toImage();
+  EXPECT_EQ(onScreen.convertToFormat(QImage::Format_RGB32),
+            widget.grab().toImage().convertToFormat(QImage::Format_RGB32));
+}
+
 // When to scroll and what to join is decided in the core (logging_rules_test);
 // here the picture: it moves 2 pixels once the station is done, the newest
 // column comes back blank but for the grid, and a repaint shows the history.
@@ -44,6 +54,8 @@ TEST(LoggingDisplay, ProfileScrollsTwoPixelsAndKeepsItsPicture) {
     recomputeScaleFactors(settings);
     const ProfileTraces traces{.traceOn = {1}};  // V conductivity only
     ProfileView view(settings, traces, scale);
+    view.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&view));
     const int w = portrait ? 200 : 270;
     EXPECT_EQ(view.picture().size(), QSize(w + 2, 126));
     const auto at = [&view](int x, int y) { return view.picture().pixelColor(x, y); };
@@ -53,7 +65,9 @@ TEST(LoggingDisplay, ProfileScrollsTwoPixelsAndKeepsItsPicture) {
     view.addReading(verticalConductivity(420), 1, continues);  // row 20
     view.addReading(verticalConductivity(320), 2, continues);  // row 45, joined
     EXPECT_EQ(at(w, 20), blue);                                // not moved yet
+    expectScreenMatchesFullPaint(view);
     view.addReading(verticalConductivity(220), 0, continues);  // row 70, station done
+    expectScreenMatchesFullPaint(view);
     EXPECT_EQ(std::tuple(at(w - 2, 20), at(w, 20), at(w, 25), at(w, 70)),
               std::tuple(blue, white, grey, blue));  // grid line at 400 on row 25
     const QImage shown = view.grab().toImage().convertToFormat(QImage::Format_RGB32);
@@ -78,6 +92,18 @@ TEST(Battery, AskedAtMostEveryThreeMinutes) {
   EXPECT_EQ(panel.text(StatusField::kBattery), "AC");
   EXPECT_FALSE(batteryRefreshDue(100, 0xFFFFFF00u));  // across the tick's wrap
   EXPECT_TRUE(batteryRefreshDue(180000, 0xFFFFFF00u));
+}
+
+// Fields far apart that change together are both drawn on screen.
+TEST(LoggingDisplay, StatusFieldsChangedTogetherAreAllRepainted) {
+  testing::TestApplication<QApplication> application;
+  StatusPanel panel(false, 2, [] { return std::optional(50); });
+  panel.showStatus(Settings{}, LoggingState::kMonitor, QString(), 0);
+  panel.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&panel));
+  panel.setText(StatusField::kFile, "File:A");
+  panel.setText(StatusField::kConductivity, "C:12.50");
+  expectScreenMatchesFullPaint(panel);
 }
 
 class LoggingWindowTest : public ::testing::TestWithParam<Orientation>,
