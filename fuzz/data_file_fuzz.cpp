@@ -17,26 +17,25 @@
 namespace gc40::fuzz {
 namespace {
 
-// The records and problems, ordered by offset, cover the file without a gap or
-// an overlap.
+// The records and the problems, each in file order, take turns to cover the
+// file without a gap or an overlap.
 void checkEveryByteRead(const DataFileContents& contents, std::size_t size) {
-  std::vector<std::pair<std::size_t, std::size_t>> spans;
-  for (const FileRecord& record : contents.records) {
-    const bool gps = std::holds_alternative<GpsSentenceRecord>(record.value);
-    FUZZ_CHECK(gps ? record.length >= 72 && record.length % 24 == 0 : record.length == 24);
-    spans.emplace_back(record.offset, record.length);
-  }
-  for (const FileProblem& problem : contents.problems) {
-    FUZZ_CHECK(!problem.what.empty() && problem.length > 0);
-    spans.emplace_back(problem.offset, problem.length);
-  }
-  std::sort(spans.begin(), spans.end());
+  auto record = contents.records.begin();
+  auto problem = contents.problems.begin();
   std::size_t next = 0;
-  for (const auto& [offset, length] : spans) {
-    FUZZ_CHECK(offset == next);
-    next = offset + length;
+  while (next < size) {
+    if (record != contents.records.end() && record->offset == next) {
+      const bool gps = std::holds_alternative<GpsSentenceRecord>(record->value);
+      FUZZ_CHECK(gps ? record->length >= 72 && record->length % 24 == 0 : record->length == 24);
+      next += (record++)->length;
+    } else {
+      FUZZ_CHECK(problem != contents.problems.end() && problem->offset == next);
+      FUZZ_CHECK(!problem->what.empty() && problem->length > 0);
+      next += (problem++)->length;
+    }
   }
-  FUZZ_CHECK(next == size);
+  FUZZ_CHECK(next == size && record == contents.records.end() &&
+             problem == contents.problems.end());
 }
 
 void checkSplit(const DataFileContents& contents, const SurveyFile& file) {

@@ -34,7 +34,8 @@ export UBSAN_OPTIONS="print_stacktrace=1:halt_on_error=1"
 max_len() {
   case $1 in
     decoder) echo 64 ;;
-    data_file) echo 2048 ;;
+    data_file) echo 1024 ;;
+    gps_lines) echo 512 ;;
     *) echo 1024 ;;
   esac
 }
