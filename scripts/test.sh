@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Builds gc40 with AddressSanitizer and UndefinedBehaviorSanitizer and runs
-# every test, then the static checks (scripts/lint.sh) where their tools are
+# every test, then each fuzz target for 10 s (scripts/fuzz.sh) when clang is
+# installed, then the static checks (scripts/lint.sh) where their tools are
 # installed; exits non-zero on any failure. Under CI (CI=true) a compiler
 # warning fails the build.
 set -euo pipefail
@@ -13,6 +14,12 @@ gc40_build build/test -DCMAKE_BUILD_TYPE=Debug -DGC40_SANITIZE=ON -DGC40_WERROR=
 export ASAN_OPTIONS="detect_leaks=1:abort_on_error=1:strict_string_checks=1"
 export UBSAN_OPTIONS="print_stacktrace=1:halt_on_error=1"
 ctest --test-dir build/test --output-on-failure -j "$(nproc)" --timeout 300
+
+if command -v clang++ >/dev/null; then
+  scripts/fuzz.sh 10
+else
+  echo "gc40: clang not installed; fuzz targets not run (scripts/fuzz.sh installs it)"
+fi
 
 if command -v clang-format >/dev/null && command -v run-clang-tidy >/dev/null; then
   scripts/lint.sh build/test

@@ -158,6 +158,13 @@ void readSettings(std::string_view& rest, Settings& settings) {
   }
 }
 
+bool readSettingsFile(std::string_view bytes, Settings& settings) {
+  const std::optional<std::string_view> tag = readSettingsLine(bytes);
+  if (!tag || untilNul(*tag) != kSettingsVersionTag) return false;
+  readSettings(bytes, settings);
+  return true;
+}
+
 SettingsFileResult loadOrSaveSettings(Settings& settings,
                                       const std::filesystem::path& settingsFolder, bool save) {
   using Outcome = SettingsFileResult::Outcome;
@@ -168,12 +175,9 @@ SettingsFileResult loadOrSaveSettings(Settings& settings,
   const std::optional<std::string> bytes =
       readFilePrefix(settingsPath(settingsFolder), kMaxSettingsFileBytes);
   if (!bytes) return writeFile(settings, settingsFolder, Outcome::kCreated);
-  std::string_view rest = *bytes;
-  const std::optional<std::string_view> tag = readSettingsLine(rest);
-  if (!tag || untilNul(*tag) != kSettingsVersionTag) {
+  if (!readSettingsFile(*bytes, settings)) {
     return writeFile(settings, settingsFolder, Outcome::kReplaced);
   }
-  readSettings(rest, settings);
   return {Outcome::kLoaded, {}};
 }
 

@@ -40,6 +40,10 @@ std::vector<std::string> writeSettings(const Settings& settings);
 // The whole file: the version tag and lines 2..55.
 std::vector<std::string> settingsFileLines(const Settings& settings);
 
+// The whole file: false, with `settings` untouched, when its first line is not
+// this version's tag; else the values are read as readSettings reads them.
+bool readSettingsFile(std::string_view bytes, Settings& settings);
+
 // Reads lines 2..55 from `rest` (the file after its first line), consuming
 // them. Fields whose lines are missing keep their values; the load-time
 // derivations all run.
