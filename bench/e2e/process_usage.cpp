@@ -1,0 +1,42 @@
+#include "e2e/process_usage.h"
+
+#include <unistd.h>
+
+#include <fstream>
+#include <sstream>
+#include <string>
+
+namespace gc40::bench {
+namespace {
+
+// Fields 14 and 15 of /proc/PID/stat, in clock ticks. The command name
+// (field 2) may hold spaces, so counting starts after its ')'.
+std::optional<double> cpuSeconds(pid_t pid) {
+  std::ifstream in("/proc/" + std::to_string(pid) + "/stat");
+  std::string text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+  const std::size_t nameEnd = text.rfind(')');
+  if (nameEnd == std::string::npos) return std::nullopt;
+  std::istringstream fields(text.substr(nameEnd + 2));
+  std::string skipped;
+  for (int field = 3; field < 14; ++field) fields >> skipped;
+  long long user = 0, system = 0;
+  if (!(fields >> user >> system)) return std::nullopt;
+  return double(user + system) / double(sysconf(_SC_CLK_TCK));
+}
+
+long statusKb(const std::string& status, const std::string& name) {
+  const std::size_t at = status.find("\n" + name + ":");
+  return at == std::string::npos ? 0 : std::stol(status.substr(at + name.size() + 2));
+}
+
+}  // namespace
+
+std::optional<ProcessUsage> processUsage(pid_t pid) {
+  const std::optional<double> cpu = cpuSeconds(pid);
+  std::ifstream in("/proc/" + std::to_string(pid) + "/status");
+  const std::string status((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+  if (!cpu || status.empty()) return std::nullopt;
+  return ProcessUsage{*cpu, statusKb(status, "VmRSS"), statusKb(status, "VmHWM")};
+}
+
+}  // namespace gc40::bench
