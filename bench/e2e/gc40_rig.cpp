@@ -88,9 +88,11 @@ fs::path Gc40Rig::dataFile() const {
   return folder_.path() / "GC40" / "DATA40" / (std::string(kFileName) + ".R40");
 }
 
-std::string Gc40Rig::errorsSoFar() const {
+std::string Gc40Rig::errorsSoFar() {
+  const std::optional<int> exit = gc40_ ? gc40_->waitForExit(100ms) : std::nullopt;
   const std::string errors = testing::readBytes(folder_.path() / "errors.txt");
-  return errors.empty() ? "" : "\ngc40's standard error:\n" + errors;
+  return (exit ? "; gc40 has ended with exit code " + std::to_string(*exit) : "") +
+         (errors.empty() ? "" : "\ngc40's standard error:\n" + errors);
 }
 
 void Gc40Rig::send(const std::string& command) {
@@ -112,11 +114,24 @@ void Gc40Rig::waitForLine(const std::string& wanted, std::chrono::seconds timeou
     noteLine(*line);
     if (*line == wanted || (prefix && line->starts_with(wanted))) return;
   }
-  throw BenchError("gc40 never said \"" + wanted + "\"" + errorsSoFar());
+  std::string fronts;
+  for (const std::string& front : fronts_) fronts += "\n  " + front;
+  throw BenchError("gc40 never said \"" + wanted + "\"; the windows it showed:" + fronts +
+                   errorsSoFar());
 }
 
 void Gc40Rig::waitFront(const std::string& front, std::chrono::seconds timeout) {
   waitForLine(front, timeout);
+}
+
+void Gc40Rig::waitFrontSettled(const std::string& front, std::chrono::seconds timeout,
+                               std::chrono::milliseconds quiet) {
+  waitFront(front, timeout);
+  const std::size_t frontsBefore = fronts_.size();
+  while (const std::optional<std::string> line = gc40_->readLine(quiet)) {
+    noteLine(*line);
+    if (fronts_.size() > frontsBefore) return waitFrontSettled(front, timeout, quiet);
+  }
 }
 
 void Gc40Rig::startLogging() {
@@ -177,7 +192,7 @@ void Gc40Rig::exitFromMenu() {
 
 ProcessUsage Gc40Rig::usage() const {
   const std::optional<ProcessUsage> usage = processUsage(gc40_->pid());
-  if (!usage) throw BenchError("gc40 has gone" + errorsSoFar());
+  if (!usage) throw BenchError("gc40 has gone");
   return *usage;
 }
 

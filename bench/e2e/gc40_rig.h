@@ -58,6 +58,10 @@ class Gc40Rig {
   void waitForLine(const std::string& wanted, std::chrono::seconds timeout = 10s,
                    bool prefix = false);
   void waitFront(const std::string& front, std::chrono::seconds timeout = 10s);
+  // Waits for `front`, and then until no other window has come in front for
+  // `quiet`: a progress bar that shows after a while has had its chance.
+  void waitFrontSettled(const std::string& front, std::chrono::seconds timeout,
+                        std::chrono::milliseconds quiet);
 
   // Monitor/Log, Create File, Go; returns once "$STARTED" is in the file, so
   // every reading sent from then on belongs in it.
@@ -86,7 +90,7 @@ class Gc40Rig {
 
  private:
   void noteLine(const std::string& line);
-  std::string errorsSoFar() const;
+  std::string errorsSoFar();
 
   testing::TempFolder folder_;
   PtyLink meter_;

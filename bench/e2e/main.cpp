@@ -2,8 +2,12 @@
 // pseudo-terminals the bench writes (see --help). Run by hand on a quiet
 // machine with a Release build.
 
+#include <algorithm>
 #include <cstdlib>
+#include <filesystem>
+#include <functional>
 #include <iostream>
+#include <map>
 #include <set>
 #include <string>
 #include <vector>
@@ -42,6 +46,7 @@ Options:
   --interval S        its reporting interval (default 60)
   --readings N        soak readings (default 316800, eight hours at 11/s)
   --fixes N           soak GPS fixes per 11 readings (default 10: a 10 Hz receiver)
+  --view-shot PATH    soak: keep View Files' picture of the file as PATH (PNG)
   --gc40 PATH         the gc40 to measure (default: the one built beside the bench)
 )";
 
@@ -77,40 +82,37 @@ Options parse(const std::vector<std::string>& arguments) {
   Options options;
   if (std::find(arguments.begin(), arguments.end(), "--quick") != arguments.end())
     makeQuick(options);
+  using std::chrono::seconds;
+  const std::map<std::string, std::function<void(long long)>> numberOptions{
+      {"--records", [&](long long n) { options.latency.pacedRecords = n; }},
+      {"--flat-records", [&](long long n) { options.latency.flatRecords = n; }},
+      {"--window", [&](long long n) { options.window = int(n); }},
+      {"--span", [&](long long n) { options.span = seconds(n); }},
+      {"--warm-up", [&](long long n) { options.warmUp = seconds(n); }},
+      {"--starts", [&](long long n) { options.starts = int(n); }},
+      {"--seconds", [&](long long n) { options.monitorSpan = seconds(n); }},
+      {"--interval", [&](long long n) { options.interval = seconds(n); }},
+      {"--readings", [&](long long n) { options.soak.readings = n; }},
+      {"--fixes", [&](long long n) { options.soak.fixesPer11Readings = n; }}};
+  const std::map<std::string, std::function<void(const std::string&)>> pathOptions{
+      {"--gc40", [&](const std::string& path) { options.gc40 = path; }},
+      {"--view-shot", [&](const std::string& path) {
+         options.soak.viewShot = std::filesystem::absolute(path).string();
+       }}};
+  const std::set<std::string> measurements{"latency", "cpu", "startup", "monitor-gps", "soak"};
   for (std::size_t i = 0; i < arguments.size(); ++i) {
     const std::string& argument = arguments[i];
-    const auto value = [&] {
-      return number(argument, i + 1 < arguments.size() ? arguments[++i].c_str() : nullptr);
-    };
-    if (argument == "--quick")
-      continue;
-    else if (argument == "--records")
-      options.latency.pacedRecords = value();
-    else if (argument == "--flat-records")
-      options.latency.flatRecords = value();
-    else if (argument == "--window")
-      options.window = int(value());
-    else if (argument == "--span")
-      options.span = std::chrono::seconds(value());
-    else if (argument == "--warm-up")
-      options.warmUp = std::chrono::seconds(value());
-    else if (argument == "--starts")
-      options.starts = int(value());
-    else if (argument == "--seconds")
-      options.monitorSpan = std::chrono::seconds(value());
-    else if (argument == "--interval")
-      options.interval = std::chrono::seconds(value());
-    else if (argument == "--readings")
-      options.soak.readings = value();
-    else if (argument == "--fixes")
-      options.soak.fixesPer11Readings = value();
-    else if (argument == "--gc40" && i + 1 < arguments.size())
-      options.gc40 = arguments[++i];
-    else if (std::set<std::string>{"latency", "cpu", "startup", "monitor-gps", "soak"}.contains(
-                 argument))
+    const char* next = i + 1 < arguments.size() ? arguments[i + 1].c_str() : nullptr;
+    if (argument == "--quick") continue;
+    if (measurements.contains(argument)) {
       options.measurements.insert(argument);
-    else
+    } else if (const auto found = numberOptions.find(argument); found != numberOptions.end()) {
+      found->second(number(argument, next)), ++i;
+    } else if (const auto path = pathOptions.find(argument); path != pathOptions.end() && next) {
+      path->second(next), ++i;
+    } else {
       throw BenchError("unknown argument " + argument + " (see --help)");
+    }
   }
   if (options.window > 0) options.latency.window = options.soak.window = options.window;
   if (options.measurements.empty()) options.measurements = {"latency", "cpu", "startup"};

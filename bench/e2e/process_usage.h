@@ -8,7 +8,7 @@
 namespace gc40::bench {
 
 struct ProcessUsage {
-  double cpuSeconds = 0;    // user and system
+  double cpuSeconds = 0;    // time on a CPU, user and system
   long residentKb = 0;      // VmRSS
   long peakResidentKb = 0;  // VmHWM
 };

@@ -62,24 +62,34 @@ struct SoakCounts {
 
 // Opens the file in View Files and leaves gc40; true when it showed the
 // viewer with no message in between.
-bool viewFile(Gc40Rig& rig) {
+bool viewFile(Gc40Rig& rig, const std::string& keptShot) {
   rig.send("key v");
   rig.waitForLine("front Open Data File", 10s, true);
   rig.send(std::string("text ") + Gc40Rig::kFileName + ".R40");
   rig.send("key Return");
+  constexpr auto kQuiet = 2s;
   const std::size_t frontsBefore = rig.fronts().size();
   const Clock::time_point opening = Clock::now();
-  rig.waitForLine("front GC40 / ViewFilesWnd", std::chrono::seconds(600));
-  const double seconds = millisecondsBetween(opening, Clock::now()) / 1000.0;
-  const std::string shot = (rig.folder() / "view.png").string();
+  // The progress bar shows after half a second; once the viewer has stayed
+  // in front for longer, Open's dialog coming back says the file is loaded
+  // and listed (keys typed while it loads wait for it). Escape keeps the file.
+  rig.waitFrontSettled("front GC40 / ViewFilesWnd", std::chrono::seconds(600), kQuiet);
+  const double seconds = millisecondsBetween(opening, Clock::now() - kQuiet) / 1000.0;
+  rig.send("key o");
+  rig.waitForLine("front Open Data File", std::chrono::seconds(600), true);
+  rig.send("key Escape");
+  rig.waitForLine("front GC40 / ViewFilesWnd");
+  const std::string shot = keptShot.empty() ? (rig.folder() / "view.png").string() : keptShot;
   rig.send("shot " + shot);
   rig.waitForLine("shot " + shot);
-  std::cout << "View Files: opened in " << formatFixed(seconds, 1) << " s; windows on the way:";
+  std::cout << "View Files: the viewer in front for good after " << formatFixed(seconds, 1)
+            << " s; windows on the way:";
   bool clean = true;
   for (std::size_t i = frontsBefore; i < rig.fronts().size(); ++i) {
     std::cout << " \"" << rig.fronts()[i] << '"';
-    // Only the progress bar may come before the viewer.
-    clean = clean && (rig.fronts()[i] == "front View Files" ||
+    // Only the progress bar may come between the dialogs and the viewer.
+    clean = clean && (rig.fronts()[i].starts_with("front View Files") ||
+                      rig.fronts()[i].starts_with("front Open Data File") ||
                       rig.fronts()[i] == "front GC40 / ViewFilesWnd");
   }
   const auto shotBytes = std::filesystem::file_size(shot);
@@ -136,7 +146,7 @@ bool runSoak(const std::string& gc40, const SoakOptions& options) {
             << formatFixed(wall, 1) << " s (" << formatFixed(double(readingsSent) / wall, 0)
             << " readings/s), gc40 CPU " << formatFixed(usage.cpuSeconds, 1) << " s, peak RSS "
             << formatFixed(double(usage.peakResidentKb) / 1024.0, 1) << " MB\n";
-  const bool viewed = viewFile(rig);
+  const bool viewed = viewFile(rig, options.viewShot);
   return viewed && counts.readings.clean(options.readings) &&
          counts.sentences.clean(fixes * kSentencesPerFix) && counts.failedChecksums == 0 &&
          rig.watch().problems().empty();
