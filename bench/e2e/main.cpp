@@ -137,6 +137,7 @@ int main(int argc, char** argv) {
   const std::vector<std::string> arguments(argv + 1, argv + argc);
   if (!arguments.empty() && arguments.front() == "--help") return std::cout << kUsage, 0;
   catchStopSignals();
+  std::cout << std::unitbuf;  // each figure as it comes, also into a file
   try {
     return run(parse(arguments));
   } catch (const BenchError& error) {

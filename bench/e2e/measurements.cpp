@@ -171,18 +171,20 @@ void measureCpu(const std::string& gc40, std::chrono::seconds warmUp, std::chron
     }
   };
   runUntil(Clock::now() + warmUp, true);
-  const double gc40Before = rig.usage().cpuSeconds;
+  const ProcessUsage gc40Before = rig.usage();
   const double catsBefore = meterCopier.cpuSeconds() + gpsCopier.cpuSeconds();
   const Clock::time_point spanStart = Clock::now();
   runUntil(spanStart + span, true);
-  const double gc40Cpu = rig.usage().cpuSeconds - gc40Before;
+  const ProcessUsage gc40After = rig.usage();
+  const double gc40Cpu = gc40After.cpuSeconds - gc40Before.cpuSeconds;
+  const double gc40Ticked = gc40After.tickedCpuSeconds - gc40Before.tickedCpuSeconds;
   const double catsCpu = meterCopier.cpuSeconds() + gpsCopier.cpuSeconds() - catsBefore;
   const double spanSeconds = millisecondsBetween(spanStart, Clock::now()) / 1000.0;
   runUntil(Clock::now() + 500ms, false);  // well before the 1.8 s that calls the meter lost
   std::cout << "CPU over " << fixed(spanSeconds, 1) << " s of logging (11 readings/s, 10 Hz GPS, 5 "
             << "sentences a fix):\n  gc40:          " << fixed(gc40Cpu, 2)
-            << " s = " << perHour(gc40Cpu, spanSeconds)
-            << "\n  two cat copiers: " << fixed(catsCpu, 2)
+            << " s = " << perHour(gc40Cpu, spanSeconds) << " (by clock ticks "
+            << fixed(gc40Ticked, 2) << " s)\n  two cat copiers: " << fixed(catsCpu, 2)
             << " s = " << perHour(catsCpu, spanSeconds) << "\n  ratio gc40 / cats: "
             << (catsCpu > 0 ? fixed(gc40Cpu / catsCpu, 1) : std::string("(cats took no ticks)"))
             << "\n  sent " << source.recordsSent() << " records and " << source.fixesSent() * 5

@@ -8,7 +8,10 @@
 namespace gc40::bench {
 
 struct ProcessUsage {
-  double cpuSeconds = 0;    // time on a CPU, user and system
+  // Time on a CPU, user and system: by the scheduler's count over the threads
+  // there are now, and by clock ticks over all there were (10 ms steps).
+  double cpuSeconds = 0;
+  double tickedCpuSeconds = 0;
   long residentKb = 0;      // VmRSS
   long peakResidentKb = 0;  // VmHWM
 };
