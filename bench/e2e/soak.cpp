@@ -1,6 +1,7 @@
 #include "e2e/soak.h"
 
 #include <iostream>
+#include <set>
 #include <vector>
 
 #include "base/number_text.h"
@@ -60,6 +61,12 @@ struct SoakCounts {
   std::int64_t failedChecksums = 0;
 };
 
+// The dialogs, the progress bar and the viewer; a message box (a damaged
+// file, a failed read) is none of these.
+const std::set<std::string> kExpectedFronts{"front GC40", "front GC40 / ViewFilesWnd",
+                                            "front View Files / ViewFilesWnd",
+                                            "front Open Data File / ViewFilesWnd"};
+
 // Opens the file in View Files and leaves gc40; true when it showed the
 // viewer with no message in between.
 bool viewFile(Gc40Rig& rig, const std::string& keptShot) {
@@ -87,10 +94,7 @@ bool viewFile(Gc40Rig& rig, const std::string& keptShot) {
   bool clean = true;
   for (std::size_t i = frontsBefore; i < rig.fronts().size(); ++i) {
     std::cout << " \"" << rig.fronts()[i] << '"';
-    // Only the progress bar may come between the dialogs and the viewer.
-    clean = clean && (rig.fronts()[i].starts_with("front View Files") ||
-                      rig.fronts()[i].starts_with("front Open Data File") ||
-                      rig.fronts()[i] == "front GC40 / ViewFilesWnd");
+    clean = clean && kExpectedFronts.contains(rig.fronts()[i]);
   }
   const auto shotBytes = std::filesystem::file_size(shot);
   std::cout << "; its picture " << shotBytes << " bytes; gc40 peak RSS now "
