@@ -6,8 +6,8 @@
 #include <sstream>
 
 #include "app/start_up.h"
+#include "harness/temp_folder.h"
 #include "platform/serial_adapters.h"
-#include "support/temp_folder.h"
 
 namespace gc40 {
 namespace {

@@ -8,9 +8,9 @@
 #include <QFileDialog>
 
 #include "datafile/data_file_naming.h"
+#include "harness/temp_folder.h"
 #include "platform/clock.h"
 #include "support/modal_script.h"
-#include "support/temp_folder.h"
 #include "support/test_application.h"
 
 namespace gc40 {

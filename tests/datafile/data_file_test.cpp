@@ -17,8 +17,8 @@
 #include "datafile/data_file_reader.h"
 #include "datafile/data_records.h"
 #include "datafile/record_writers.h"
-#include "support/child_process.h"
-#include "support/temp_folder.h"
+#include "harness/child_process.h"
+#include "harness/temp_folder.h"
 
 namespace gc40 {
 namespace {

@@ -14,10 +14,10 @@
 
 #include "base/number_text.h"
 #include "datafile/data_file_reader.h"
-#include "support/child_process.h"
+#include "harness/child_process.h"
+#include "harness/temp_folder.h"
 #include "support/gps_printing.h"
 #include "support/settings_listing.h"
-#include "support/temp_folder.h"
 #include "viewer/survey_lines.h"
 
 namespace gc40 {

@@ -7,9 +7,9 @@
 #include <memory>
 #include <vector>
 
-#include "support/child_process.h"
+#include "harness/child_process.h"
+#include "harness/temp_folder.h"
 #include "support/settings_listing.h"
-#include "support/temp_folder.h"
 
 namespace gc40 {
 namespace {

@@ -10,8 +10,8 @@
 #include "gps/gps_line_assembler.h"
 #include "gps/gps_status.h"
 #include "gps/nmea.h"
+#include "harness/temp_folder.h"
 #include "support/gps_printing.h"
-#include "support/temp_folder.h"
 
 namespace gc40 {
 namespace {

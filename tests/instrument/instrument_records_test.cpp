@@ -14,9 +14,9 @@
 #include <vector>
 
 #include "capture_listings.h"
+#include "harness/temp_folder.h"
 #include "instrument/reading_decoder.h"
 #include "instrument/record_framer.h"
-#include "support/temp_folder.h"
 
 namespace gc40 {
 namespace {

@@ -11,12 +11,12 @@
 #include <tuple>
 
 #include "base/number_text.h"
+#include "harness/child_process.h"
+#include "harness/temp_folder.h"
 #include "instrument/instrument_reader.h"
 #include "instrument/port_settings.h"
 #include "instrument/serial_ports.h"
 #include "platform/raw_capture.h"
-#include "support/child_process.h"
-#include "support/temp_folder.h"
 #include "support/test_application.h"
 
 namespace gc40 {

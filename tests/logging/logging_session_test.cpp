@@ -16,8 +16,8 @@
 #include "datafile/data_file_reader.h"
 #include "datafile/record_writers.h"
 #include "gps/gps_line_assembler.h"
+#include "harness/temp_folder.h"
 #include "logging/command_keys.h"
-#include "support/temp_folder.h"
 
 namespace gc40 {
 namespace {

@@ -3,10 +3,10 @@
 #include <QSignalSpy>
 #include <sstream>
 
+#include "harness/temp_folder.h"
 #include "platform/log_categories.h"
 #include "platform/port_map.h"
 #include "platform/single_instance.h"
-#include "support/temp_folder.h"
 #include "support/test_application.h"
 
 namespace gc40 {

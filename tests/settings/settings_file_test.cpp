@@ -8,9 +8,9 @@
 #include <cstdio>
 #include <tuple>
 
+#include "harness/temp_folder.h"
 #include "settings/setting_choices.h"
 #include "support/settings_listing.h"
-#include "support/temp_folder.h"
 
 namespace gc40 {
 namespace {

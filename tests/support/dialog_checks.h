@@ -24,9 +24,9 @@
 
 #include "app/main_window.h"
 #include "app/start_up.h"
+#include "harness/temp_folder.h"
 #include "settings/settings_file.h"
 #include "support/modal_script.h"
-#include "support/temp_folder.h"
 #include "support/test_application.h"
 #include "ui/setup_dialog.h"
 

@@ -10,8 +10,8 @@
 #include "gc40-sim/nmea_walker.h"
 #include "gc40-sim/sim_options.h"
 #include "gps/nmea.h"
-#include "support/child_process.h"
-#include "support/temp_folder.h"
+#include "harness/child_process.h"
+#include "harness/temp_folder.h"
 
 namespace gc40 {
 namespace {

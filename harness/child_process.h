@@ -1,7 +1,7 @@
 #pragma once
-// A program started for a test (the simulator, a tool, gc40 itself): its
-// standard input and output are pipes, and it is always stopped and reaped,
-// even when the test fails half-way.
+// A program started by a test or a bench (the simulator, a tool, gc40 itself):
+// its standard input and output are pipes, and it is always stopped and
+// reaped, even when the test fails half-way.
 
 #include <fcntl.h>
 #include <poll.h>
@@ -10,7 +10,9 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <chrono>
+#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -88,6 +90,10 @@ class ChildProcess {
     return std::exchange(buffered_, {});
   }
 
+  pid_t pid() const { return pid_; }
+  // For poll(): readable when readLine has more to read.
+  int outputFd() const { return output_; }
+
   void signal(int number) const {
     if (pid_ > 0) kill(pid_, number);
   }
@@ -113,12 +119,14 @@ class ChildProcess {
   }
 
  private:
-  // False at the end of the output or the deadline.
+  // False at the end of the output, or when nothing comes by the deadline (a
+  // deadline that has passed still takes what is there already).
   bool readMore(std::chrono::steady_clock::time_point deadline) {
     const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(
         deadline - std::chrono::steady_clock::now());
     pollfd watch{output_, POLLIN, 0};
-    if (left.count() <= 0 || poll(&watch, 1, static_cast<int>(left.count())) <= 0) return false;
+    if (poll(&watch, 1, static_cast<int>(std::max<std::int64_t>(left.count(), 0))) <= 0)
+      return false;
     char chunk[4096];
     const ssize_t got = read(output_, chunk, sizeof chunk);
     if (got > 0) buffered_.append(chunk, static_cast<std::size_t>(got));
