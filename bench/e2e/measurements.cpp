@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <iostream>
+#include <optional>
 #include <thread>
 #include <vector>
 
@@ -73,51 +75,60 @@ void reportLatency(const std::string& pace, const ArrivalLog& log, Clock::time_p
             << " records/s), peak RSS " << megabytes(rig.usage().peakResidentKb) << '\n';
 }
 
-void pacedLatency(const std::string& gc40, std::int64_t records) {
+// What a pace does each turn: writes the records now due, noting when, and
+// says until when to wait for the file and whether it is still sending.
+struct SendStep {
+  Clock::time_point waitUntil;
+  bool stillSending;
+};
+using Pace = std::function<SendStep(PtyFeed& meter, ArrivalLog& log, Clock::time_point started)>;
+
+// Feeds the meter at `pace` until every record is on file, or none has
+// arrived for kPatience once sending is over, then reports the latencies.
+void measureLatency(const std::string& gc40, std::int64_t records, const std::string& paceName,
+                    const Pace& pace) {
   Gc40Rig rig(gc40);
   rig.startLogging();
   PtyFeed meter({rig.meterMaster()});
   ArrivalLog log(records);
   const Clock::time_point started = Clock::now();
-  PacedSource source(&meter, nullptr, started);
   Clock::time_point lastNews = started;
   while (log.arrived < records && Clock::now() - lastNews < kPatience) {
-    const std::int64_t before = source.recordsSent();
-    if (before < records) source.writeDue();
-    for (std::int64_t n = before; n < std::min(source.recordsSent(), records); ++n)
-      log.writtenAt[n] = source.recordWrittenAt();
     const std::int64_t arrivedBefore = log.arrived;
-    const auto until = source.recordsSent() < records ? source.nextDue() : Clock::now() + 100ms;
-    const std::vector<FileRecord> landed = rig.pump(until, {&meter});
-    log.note(landed, rig.takenAt());
-    if (log.arrived > arrivedBefore || source.recordsSent() < records) lastNews = Clock::now();
+    const SendStep step = pace(meter, log, started);
+    const std::vector<FileRecord> landed = rig.pump(step.waitUntil, {&meter});
+    log.note(landed, rig.takenAt());  // when the pump took them
+    if (log.arrived > arrivedBefore || step.stillSending) lastNews = Clock::now();
   }
-  reportLatency("at 91 ms", log, started, rig);
+  reportLatency(paceName, log, started, rig);
   rig.stopLogging();
   rig.exitFromMenu();
 }
 
+void pacedLatency(const std::string& gc40, std::int64_t records) {
+  std::optional<PacedSource> source;  // its clock starts with the measurement
+  measureLatency(gc40, records, "at 91 ms",
+                 [&](PtyFeed& meter, ArrivalLog& log, Clock::time_point started) {
+                   if (!source) source.emplace(&meter, nullptr, started);
+                   const std::int64_t before = source->recordsSent();
+                   if (before < records) source->writeDue();
+                   for (std::int64_t n = before; n < std::min(source->recordsSent(), records); ++n)
+                     log.writtenAt[n] = source->recordWrittenAt();
+                   const bool sending = source->recordsSent() < records;
+                   return SendStep{sending ? source->nextDue() : Clock::now() + 100ms, sending};
+                 });
+}
+
 void flatOutLatency(const std::string& gc40, std::int64_t records, int window) {
-  Gc40Rig rig(gc40);
-  rig.startLogging();
-  PtyFeed meter({rig.meterMaster()});
-  ArrivalLog log(records);
-  const Clock::time_point started = Clock::now();
-  Clock::time_point lastNews = started;
   std::int64_t sent = 0;
-  while (log.arrived < records && Clock::now() - lastNews < kPatience) {
-    while (sent < records && sent - log.arrived < window) {
-      meter.write(meterRecord(sent));
-      log.writtenAt[sent++] = Clock::now();
-    }
-    const std::int64_t arrivedBefore = log.arrived;
-    const std::vector<FileRecord> landed = rig.pump(Clock::now() + 100ms, {&meter});
-    log.note(landed, rig.takenAt());
-    if (log.arrived > arrivedBefore) lastNews = Clock::now();
-  }
-  reportLatency("flat out (" + formatInteger(window) + " in flight)", log, started, rig);
-  rig.stopLogging();
-  rig.exitFromMenu();
+  measureLatency(gc40, records, "flat out (" + formatInteger(window) + " in flight)",
+                 [&](PtyFeed& meter, ArrivalLog& log, Clock::time_point) {
+                   while (sent < records && sent - log.arrived < window) {
+                     meter.write(meterRecord(sent));
+                     log.writtenAt[sent++] = Clock::now();
+                   }
+                   return SendStep{Clock::now() + 100ms, false};
+                 });
 }
 
 // `cat` copying a pseudo-terminal into a file, as a plain logger would.
