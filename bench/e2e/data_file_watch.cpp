@@ -34,6 +34,11 @@ DataFileWatch::DataFileWatch(std::filesystem::path file) : path_(std::move(file)
   inotify_add_watch(notify_, path_.parent_path().c_str(), IN_MODIFY | IN_CREATE);
 }
 
+void DataFileWatch::stopNotifications() {
+  if (notify_ >= 0) close(notify_);
+  notify_ = -1;
+}
+
 DataFileWatch::~DataFileWatch() {
   if (notify_ >= 0) close(notify_);
   if (file_ >= 0) close(file_);

@@ -20,8 +20,11 @@ class DataFileWatch {
   DataFileWatch& operator=(const DataFileWatch&) = delete;
   ~DataFileWatch();
 
-  // For poll(): readable when the folder has changed.
+  // For poll(): readable when the folder has changed; -1 once not notified.
   int fd() const { return notify_; }
+  // From now on only takeNew() looks at the file. The kernel charges the
+  // notifications to the writer, and in the field nothing watches the file.
+  void stopNotifications();
 
   // The whole records written since the last call; their offsets are the
   // file's. Damage the reader finds is kept in problems().

@@ -85,6 +85,7 @@ class Gc40Rig {
   const std::filesystem::path& folder() const { return folder_.path(); }
   std::filesystem::path dataFile() const;
   const DataFileWatch& watch() const { return *watch_; }
+  DataFileWatch& watch() { return *watch_; }
   // Every "front" line gc40 has printed, in order.
   const std::vector<std::string>& fronts() const { return fronts_; }
 

@@ -166,6 +166,7 @@ void measureCpu(const std::string& gc40, std::chrono::seconds warmUp, std::chron
   Copier meterCopier(rig.folder(), "copier-meter", copied);
   Copier gpsCopier(rig.folder(), "copier-receiver", copied);
   rig.startLogging();
+  rig.watch().stopNotifications();  // the paced writes wake the pumping often enough
   PtyFeed meter({rig.meterMaster(), meterCopier.link.masterFd()});
   PtyFeed gps({rig.gpsMaster(), gpsCopier.link.masterFd()});
   PacedSource source(&meter, &gps, Clock::now());

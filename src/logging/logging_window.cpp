@@ -68,7 +68,10 @@ LoggingWindow::LoggingWindow(LoggerContext& context, QWidget* mainWindow, int sc
   profile_->setObjectName(QStringLiteral("5"));
   profile_->move(0, status_->height());
   createButtons();
-  connect(&connectionTimer_, &QTimer::timeout, this, [this] { session_.onTimerTick(); });
+  connect(&connectionTimer_, &QTimer::timeout, this, [this] {
+    session_.onTimerTick();
+    status_->showPending();
+  });
   hide();
 }
 
@@ -240,6 +243,7 @@ void LoggingWindow::showReading(const ReadingShown& shown) {
     emit readingRecorded(shown.recordedStation);
   }
   status_->refreshBattery(clock_.tickCount());
+  status_->showPending();
 }
 
 void LoggingWindow::showGps(const GpsFieldsShown& shown) {
@@ -249,7 +253,7 @@ void LoggingWindow::showGps(const GpsFieldsShown& shown) {
                                     {F::kGpsSatellites, &shown.satellites},
                                     {F::kGpsFix, &shown.fix},
                                     {F::kGpsPdop, &shown.pdop}}) {
-    if (*text) status_->setText(field, qText(**text));
+    if (*text) status_->setTextLater(field, qText(**text));
   }
 }
 

@@ -57,8 +57,6 @@ void ProfileView::restart() {
   const int right = plotWidth_ + kAxisGap;
   drawGreyLine(grid_.zeroY, grid_.zeroLineWidth, 0, right);
   for (int y : grid_.lineYs) drawGreyLine(y, 1, 0, right);
-  shown_ = QImage(picture_.size() * scale_, QImage::Format_RGB32);
-  enlarge(picture_.rect());
   state_ = ProfileState{};
   update();
 }
@@ -68,55 +66,51 @@ void ProfileView::addReading(const FiledValues& filed, std::int32_t readingsAtSt
   const ProfileStep step =
       addReadingToProfile(state_, filed, readingsAtStation, traces_, settings_, traceContinues);
   if (step.scroll) scroll();
+  if (step.strokes.empty()) return;
   QRect changed;
-  for (const TraceStroke& stroke : step.strokes) changed |= drawStroke(stroke);
-  enlarge(changed);
-  // A scroll moves the whole plot; otherwise only the strokes are new.
-  update(step.scroll ? shown_.rect() : QRect(changed.topLeft() * scale_, changed.size() * scale_));
+  QPainter painter(&picture_);
+  for (const TraceStroke& stroke : step.strokes) changed |= drawStroke(painter, stroke);
+  update(onScreen(changed));
 }
 
-// Copies `area` of the picture (layout pixels) into shown_ as whole blocks of
-// scale_ by scale_ pixels, so scaling never blurs a one-pixel trace.
-void ProfileView::enlarge(const QRect& area) {
+// `area` of the picture (layout pixels) in widget pixels.
+QRect ProfileView::onScreen(const QRect& area) const {
   const QRect inside = area & picture_.rect();
-  for (int y = inside.top(); y <= inside.bottom(); ++y) {
-    const auto* from = reinterpret_cast<const QRgb*>(picture_.constScanLine(y));
-    for (int row = y * scale_; row < (y + 1) * scale_; ++row) {
-      auto* to = reinterpret_cast<QRgb*>(shown_.scanLine(row));
-      for (int x = inside.left(); x <= inside.right(); ++x)
-        std::fill_n(to + x * scale_, scale_, from[x]);
-    }
-  }
+  return QRect(inside.topLeft() * scale_, inside.size() * scale_);
 }
 
 // A grey horizontal line of `lineWidth` rows ending on row y, from column
 // fromX to toX inclusive, in layout pixels.
 void ProfileView::drawGreyLine(int y, int lineWidth, int fromX, int toX) {
-  if (y < 0 || y - lineWidth + 1 > plotHeight_) return;  // off the picture
-  QPainter painter(&picture_);
-  painter.fillRect(QRect(fromX, y - lineWidth + 1, toX - fromX + 1, lineWidth),
-                   qColour(kProfileGridColour));
+  fillPicture(QRect(fromX, y - lineWidth + 1, toX - fromX + 1, lineWidth),
+              qColour(kProfileGridColour).rgb());
+}
+
+// Straight into the pixels: a painter per grid line costs more than the line.
+void ProfileView::fillPicture(const QRect& area, QRgb colour) {
+  const QRect inside = area & picture_.rect();
+  for (int y = inside.top(); y <= inside.bottom(); ++y) {
+    auto* line = reinterpret_cast<QRgb*>(picture_.scanLine(y));
+    std::fill(line + inside.left(), line + inside.right() + 1, colour);
+  }
 }
 
 // Two columns to the left; the newest three columns blank again but for the
-// zero line and the grid.
+// zero line and the grid. The screen moves its own pixels, so only the
+// newest columns are drawn again.
 void ProfileView::scroll() {
   shiftLeft(picture_, kProfileScrollPixels, plotWidth_ - 1);
-  shiftLeft(shown_, kProfileScrollPixels * scale_, (plotWidth_ - 1) * scale_);
   const QRect newest(plotWidth_ - 1, 0, 3, plotHeight_ + 1);
-  {
-    QPainter painter(&picture_);
-    painter.fillRect(newest, Qt::white);
-  }
+  fillPicture(newest, qRgb(255, 255, 255));
   drawGreyLine(grid_.zeroY, grid_.zeroLineWidth, plotWidth_ - 1, plotWidth_ + 1);
   for (int y : grid_.lineYs) drawGreyLine(y, 1, plotWidth_ - 1, plotWidth_ + 1);
-  enlarge(newest);
+  QWidget::scroll(-kProfileScrollPixels * scale_, 0, onScreen(picture_.rect()));
+  update(onScreen(newest));
 }
 
 // Draws one stroke and returns the part of the picture it may have touched.
-QRect ProfileView::drawStroke(const TraceStroke& stroke) {
+QRect ProfileView::drawStroke(QPainter& painter, const TraceStroke& stroke) {
   const auto trace = static_cast<std::size_t>(stroke.trace);
-  QPainter painter(&picture_);
   QPen pen(qColour(settings_.traceColour[trace]),
            effectiveTraceThickness(settings_.traceThickness[trace]));
   pen.setCapStyle(Qt::RoundCap);
@@ -136,10 +130,16 @@ QRect ProfileView::drawStroke(const TraceStroke& stroke) {
   return QRect(from, newest).normalized().adjusted(-reach, -reach, reach, reach);
 }
 
+// The picture is enlarged where asked only: whole blocks of scale by scale
+// pixels (no smoothing, so scaling never blurs a one-pixel trace).
 void ProfileView::paintEvent(QPaintEvent* event) {
   QPainter painter(this);
-  const QRect plot = shown_.rect();
-  if (event->region().intersects(plot)) painter.drawImage(QPoint(0, 0), shown_);
+  for (const QRect& asked : event->region()) {
+    const QRect from(asked.topLeft() / scale_, asked.bottomRight() / scale_);
+    const QRect inside = from & picture_.rect();
+    if (!inside.isEmpty()) painter.drawImage(onScreen(inside), picture_, inside);
+  }
+  const QRect plot = onScreen(picture_.rect());
   const QRect besidePlot(plot.width(), 0, width() - plot.width(), height());
   // A new reading repaints the plot alone; the labels' texts need no new layout then.
   if (!event->region().intersects(besidePlot)) return;

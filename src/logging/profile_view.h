@@ -42,9 +42,10 @@ class ProfileView : public QWidget {
 
  private:
   void drawGreyLine(int y, int lineWidth, int fromX, int toX);
+  void fillPicture(const QRect& area, QRgb colour);
   void scroll();
-  QRect drawStroke(const TraceStroke& stroke);
-  void enlarge(const QRect& area);
+  QRect drawStroke(QPainter& painter, const TraceStroke& stroke);
+  QRect onScreen(const QRect& area) const;
   void drawLabels(QPainter& painter);
 
   const Settings& settings_;
@@ -55,9 +56,6 @@ class ProfileView : public QWidget {
   ProfileGrid grid_;
   ProfileState state_;
   QImage picture_;
-  // The picture at the window's scale, brought up to date where it changes:
-  // enlarging the whole plot for every reading would cost more than all else.
-  QImage shown_;
 };
 
 }  // namespace gc40

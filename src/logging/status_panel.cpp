@@ -91,10 +91,25 @@ void StatusPanel::drawBattery(std::uint32_t tick) {
 }
 
 void StatusPanel::setText(StatusField field, const QString& text) {
+  if (keepText(field, text)) update(fieldRect(field));
+}
+
+void StatusPanel::setTextLater(StatusField field, const QString& text) {
+  if (keepText(field, text)) pending_ += fieldRect(field);
+}
+
+void StatusPanel::showPending() {
+  if (pending_.isEmpty()) return;
+  update(pending_);
+  pending_ = QRegion();
+}
+
+// False when the field already shows `text`.
+bool StatusPanel::keepText(StatusField field, const QString& text) {
   QString& kept = texts_[static_cast<std::size_t>(field)];
-  if (kept == text) return;
+  if (kept == text) return false;
   kept = text;
-  update(fieldRect(field));
+  return true;
 }
 
 QString StatusPanel::text(StatusField field) const {

@@ -4,6 +4,7 @@
 // of each reading. Every field keeps its text, so a repaint shows what was
 // last set, and a change repaints only the field it touches.
 
+#include <QRegion>
 #include <QString>
 #include <QWidget>
 #include <cstdint>
@@ -46,6 +47,11 @@ class StatusPanel : public QWidget {
 
   // Any field as it is, such as the GPS values worked out from the sentences.
   void setText(StatusField field, const QString& text);
+  // As setText, but the field is repainted by the next showPending(). The GPS
+  // fields change with every sentence; drawing them with the next reading or
+  // timer tick spares a repaint per sentence.
+  void setTextLater(StatusField field, const QString& text);
+  void showPending();
   QString text(StatusField field) const;
   QRect fieldRect(StatusField field) const;
 
@@ -54,12 +60,14 @@ class StatusPanel : public QWidget {
 
  private:
   void drawBattery(std::uint32_t tick);
+  bool keepText(StatusField field, const QString& text);
 
   bool portrait_;
   BatterySource battery_;
   StatusLayout layout_;
   std::array<QString, kStatusFieldCount> texts_;
   std::uint32_t batteryTick_ = 0;
+  QRegion pending_;  // changed fields not yet handed to update()
 };
 
 }  // namespace gc40

@@ -73,6 +73,12 @@ TEST(LoggingDisplay, ProfileScrollsTwoPixelsAndKeepsItsPicture) {
     const QImage shown = view.grab().toImage().convertToFormat(QImage::Format_RGB32);
     const QSize scaled = view.picture().size() * scale;
     EXPECT_EQ(shown.copy(QRect(QPoint(0, 0), scaled)), view.picture().scaled(scaled));
+    // Scrolls and strokes piled up before the screen catches up.
+    for (float value : {300.0f, 480.0f, 10.0f, 250.0f}) {
+      view.addReading(verticalConductivity(value), 1, continues);
+      view.addReading(verticalConductivity(value + 15), 0, continues);
+    }
+    expectScreenMatchesFullPaint(view);
   }
 }
 
