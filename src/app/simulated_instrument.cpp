@@ -37,8 +37,10 @@ bool SimulatedInstrument::start(std::string* error) {
         "cannot make a folder for the simulator's ports: " + folder_->errorString().toStdString();
     return false;
   }
-  process_.start(program, {"--link", folder_->filePath("instrument"), "--pattern", "walk",
-                           "--gps-link", folder_->filePath("gps")});
+  // A survey over a made-up ground, walked back and forth for as long as gc40
+  // runs, so the demo shows anomalies and records a file worth exporting.
+  process_.start(program, {"--link", folder_->filePath("instrument"), "--gps-link",
+                           folder_->filePath("gps"), "--survey", "--repeat"});
   if (!process_.waitForStarted(kStartTimeoutMs)) {
     *error = "cannot start " + program.toStdString() + ": " + process_.errorString().toStdString();
     return false;

@@ -12,6 +12,7 @@
 #include "gps/nmea.h"
 #include "harness/child_process.h"
 #include "harness/temp_folder.h"
+#include "instrument/reading_decoder.h"
 
 namespace gc40 {
 namespace {
@@ -58,6 +59,23 @@ TEST(InstrumentRecords, NoiseLeavesEveryRecordReadableAndGapsFollowTheOptions) {
     EXPECT_EQ(noisyRecord.substr(junk), cleanRecords[i] + '\n') << i;
     EXPECT_EQ(static_cast<std::uint8_t>(cleanRecords[i][1]), pressed.contains(i) ? 97 : 33) << i;
     EXPECT_EQ(chunks[i].gapAfter.count(), i % 4 == 3 ? 2591 : 91) << i;
+  }
+}
+
+// The values of a survey, read back by the logger's decoder within half a
+// step of the range the status byte names; the inphase has a step of its own
+// unless the channel flag is set.
+TEST(InstrumentRecords, ValuesGivenInUnitsReadBackOnEveryRange) {
+  const ValueTexts texts = valueTextsFor(36, 23.4, -1.234);
+  EXPECT_EQ(texts.first + texts.second, "-093600494");
+  for (const auto& [status, step] : std::vector<std::pair<std::uint8_t, double>>{
+           {32, 0.25}, {33, 0.0025}, {34, 0.0025}, {36, 0.025}, {38, 0.25}, {128, 0.0025}}) {
+    const ValueTexts sent = valueTextsFor(status, 7.3, -1.234);
+    FiledValues filed;
+    const DecodedReading reading = decodeInstrumentRecord(
+        "T" + std::string(1, char(status)) + sent.first + sent.second, Settings{}, filed);
+    EXPECT_NEAR(reading.conductivity, 7.3, step / 2 + 1e-6) << int(status);
+    EXPECT_NEAR(reading.inphase, -1.234, (status % 2 ? step : 0.0025) / 2 + 1e-6) << int(status);
   }
 }
 
@@ -144,12 +162,60 @@ TEST(SimOptions, ValuesAreTakenAsWrittenAndWrongCommandLinesRefusedWithTheReason
   const InstrumentOptions& instrument = std::get<SimOptions>(parsed).instrument;
   EXPECT_EQ(instrument.firstValue + " " + instrument.secondValue, "12,50 -0.56");
   EXPECT_EQ(instrument.dropout.count(), 250);
+
+  // A survey's shape; the meter on the 100 range unless a status is given.
+  const Arguments survey{"--link",
+                         "m",
+                         "--gps-link",
+                         "g",
+                         "--survey",
+                         "--lines=4",
+                         "--line-length",
+                         "25.5",
+                         "--line-spacing",
+                         "0.5",
+                         "--speed",
+                         "1.25",
+                         "--bearing",
+                         "33.3",
+                         "--origin",
+                         "-33.9,151.25",
+                         "--repeat",
+                         "--true-lag",
+                         "-250",
+                         "--layback",
+                         "-0.75",
+                         "--gps-rate",
+                         "10"};
+  const auto surveyed = parseSimOptions(survey);
+  ASSERT_TRUE(std::holds_alternative<SimOptions>(surveyed));
+  const SimOptions& options = std::get<SimOptions>(surveyed);
+  const SurveyOptions& walk = options.survey;
+  EXPECT_TRUE(options.surveying);
+  EXPECT_EQ(
+      std::tuple(walk.lines, walk.lineLength, walk.lineSpacing, walk.speed, walk.bearing,
+                 walk.origin.latitude, walk.origin.longitude, walk.repeat, walk.trueLag.count(),
+                 walk.layback, walk.fixesPerSecond, int(options.instrument.status)),
+      std::tuple(4, 25.5, 0.5, 1.25, 33.3, -33.9, 151.25, true, -250L, -0.75, 10, 36));
+  Arguments ownStatus = survey;
+  ownStatus.insert(ownStatus.end(), {"--status", "33"});
+  EXPECT_EQ(std::get<SimOptions>(parseSimOptions(ownStatus)).instrument.status, 33);
+  EXPECT_EQ(std::get<SimOptions>(parseSimOptions(Arguments{"--link", "m"})).instrument.status, 32);
+
   for (const auto& [arguments, reason] : std::vector<std::pair<Arguments, std::string_view>>{
            {{}, "at least one of --link PATH and --gps-link PATH is required"},
            {{"--link", "x", "--gps-link", "x"}, "paths of their own"},
            {{"--gps-link", "g", "--loop"}, "--nmea-period and --loop go with --nmea"},
            {{"--link", "x", "--values", "-0120,0004\r"}, "exactly 5 printable"},
-           {{"--link", "x", "--verbose"}, "unknown option '--verbose'"}}) {
+           {{"--link", "x", "--verbose"}, "unknown option '--verbose'"},
+           {{"--link", "x", "--layback", "2"}, "--layback goes with --survey"},
+           {{"--gps-link", "g", "--survey", "--nmea", "f"}, "no --nmea"},
+           {{"--link", "x", "--survey", "--pattern", "ramp"}, "go without --survey"},
+           {{"--link", "x", "--survey", "--repeat", "--lines", "1"}, "at least 2 lines"},
+           {{"--link", "x", "--survey", "--speed", "1,5"}, "from 0.1 to 50, not '1,5'"},
+           {{"--link", "x", "--survey", "--true-lag", "1.5"}, "from -10000 to 10000"},
+           {{"--link", "x", "--survey", "--gps-rate", "20"}, "from 1 to 10, not '20'"},
+           {{"--link", "x", "--survey", "--origin", "91,0"}, "--origin wants LAT,LON"}}) {
     const auto parsed = parseSimOptions(arguments);
     const auto* error = std::get_if<SimOptionsError>(&parsed);
     ASSERT_NE(error, nullptr) << reason;

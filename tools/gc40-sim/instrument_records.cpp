@@ -1,6 +1,7 @@
 #include "gc40-sim/instrument_records.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "base/number_text.h"
@@ -16,6 +17,7 @@ constexpr int kWalkFirstStep = 8;
 constexpr int kWalkSecondStep = 4;
 // Junk has a generator of its own, so switching it on leaves the walk as it was.
 constexpr std::uint32_t kJunkSeedSalt = 0x9E3779B9u;
+constexpr double kInphaseStep = -0.0025;
 
 // A value text given in code may have any length; the record must not.
 std::string fitField(const std::string& text) {
@@ -50,7 +52,30 @@ std::string junkBytes(std::mt19937& random) {
   return junk;
 }
 
-std::pair<std::string, std::string> nextValueTexts(InstrumentStream& stream) {
+// The status byte taken apart as the logger does it: by subtraction, so that
+// 128 alone keeps its top bit and lands on range code 8.
+int rangeCode(std::uint8_t status) {
+  int n = status;
+  if (n > 128) n -= 128;
+  for (const int bit : {64, 32, 16, 8})
+    if (n >= bit) n -= bit;
+  return n;
+}
+
+// What one step of the conductivity field is worth on each range code.
+double conductivityStep(int code) {
+  switch (code) {
+    case 0:
+    case 6:
+      return -0.25;
+    case 4:
+      return -0.025;
+    default:  // 2, the 10 range, and the codes of the finest step
+      return -0.0025;
+  }
+}
+
+ValueTexts nextValueTexts(InstrumentStream& stream) {
   const InstrumentOptions& options = stream.options;
   switch (options.pattern) {
     case ValuePattern::kConstant:
@@ -61,7 +86,7 @@ std::pair<std::string, std::string> nextValueTexts(InstrumentStream& stream) {
       return {first, fitField(options.secondValue)};
     }
     case ValuePattern::kWalk: {
-      std::pair texts{formatValueField(stream.first), formatValueField(stream.second)};
+      ValueTexts texts{formatValueField(stream.first), formatValueField(stream.second)};
       stream.first = walkWithin(stream.first, randomStep(stream.walkRandom, kWalkFirstStep),
                                 kWalkFirstMin, kWalkFirstMax);
       stream.second = walkWithin(stream.second, randomStep(stream.walkRandom, kWalkSecondStep),
@@ -91,7 +116,8 @@ InstrumentStream startInstrumentStream(const InstrumentOptions& options) {
   return stream;
 }
 
-std::optional<Chunk> nextInstrumentChunk(InstrumentStream& stream) {
+std::optional<Chunk> nextInstrumentChunk(InstrumentStream& stream,
+                                         const std::optional<ValueTexts>& values) {
   const InstrumentOptions& options = stream.options;
   const std::int64_t index = stream.index;
   if (options.count && index >= *options.count) return std::nullopt;
@@ -100,7 +126,7 @@ std::optional<Chunk> nextInstrumentChunk(InstrumentStream& stream) {
   if (options.junkEvery > 0 && index > 0 && index % options.junkEvery == 0) {
     chunk.bytes = junkBytes(stream.junkRandom);
   }
-  const auto [first, second] = nextValueTexts(stream);
+  const auto [first, second] = values ? *values : nextValueTexts(stream);
   const auto status = static_cast<std::uint8_t>(options.status |
                                                 (triggerPressed(options, index) ? kTriggerBit : 0));
   chunk.bytes += 'T';
@@ -112,6 +138,14 @@ std::optional<Chunk> nextInstrumentChunk(InstrumentStream& stream) {
   }
   ++stream.index;
   return chunk;
+}
+
+ValueTexts valueTextsFor(std::uint8_t status, double conductivity, double inphase) {
+  const double step = conductivityStep(rangeCode(status));
+  // Without the channel flag the inphase has a fixed step of its own.
+  const double inphaseStep = status % 2 == 1 ? step : kInphaseStep;
+  return {formatValueField(std::llround(conductivity / step)),
+          formatValueField(std::llround(inphase / inphaseStep))};
 }
 
 std::string formatValueField(std::int64_t value) {

@@ -48,9 +48,21 @@ struct InstrumentStream {
 
 InstrumentStream startInstrumentStream(const InstrumentOptions& options);
 
+// The two 5-character value texts of a record.
+struct ValueTexts {
+  std::string first;
+  std::string second;
+};
+
 // The next record with any junk before it and line feed after it; nullopt once
-// `count` records have been made.
-std::optional<Chunk> nextInstrumentChunk(InstrumentStream& stream);
+// `count` records have been made. `values`, when given, replace the pattern's.
+std::optional<Chunk> nextInstrumentChunk(InstrumentStream& stream,
+                                         const std::optional<ValueTexts>& values = std::nullopt);
+
+// The texts a logger reads back as `conductivity` (mS/m) and `inphase` (ppt)
+// under `status` (its range and channel flag), to the nearest step the range
+// allows, with the logger set to both components and the standard meter.
+ValueTexts valueTextsFor(std::uint8_t status, double conductivity, double inphase);
 
 // A whole number in exactly five characters as the instrument writes it
 // ("00042", "-0120"); beyond -9999..99999 it sticks at the nearer end.

@@ -15,6 +15,7 @@
 #include "gc40-sim/nmea_walker.h"
 #include "gc40-sim/pty_link.h"
 #include "gc40-sim/sim_options.h"
+#include "gc40-sim/survey_links.h"
 #include "platform/stop_signals.h"
 
 namespace {
@@ -68,9 +69,19 @@ int run(const gc40::SimOptions& options) {
   std::string error;
   const std::optional<int> stopFd = gc40::watchStopSignals(&error);
   if (!stopFd) return fail("gc40-sim: " + error);
-  // The capture is read before any link appears, so a wrong file leaves none behind.
+  gc40::ChunkSource meter = instrumentSource(options.instrument);
   std::optional<gc40::ChunkSource> gps;
-  if (!options.gpsLink.empty() && !(gps = gpsSource(options.nmea, &error))) return fail(error);
+  if (options.surveying) {
+    const auto now =
+        std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now());
+    gc40::SurveyLinks survey =
+        gc40::startSurveyLinks(options.survey, options.instrument, now, gc40::monotonicNow);
+    meter = std::move(survey.meter);
+    gps = std::move(survey.gps);
+  } else if (!options.gpsLink.empty() && !(gps = gpsSource(options.nmea, &error))) {
+    // The capture is read before any link appears, so a wrong file leaves none behind.
+    return fail(error);
+  }
   const std::optional<gc40::PtyLink> instrumentLink = linkIfAsked(options.link, &error);
   if (!instrumentLink && !options.link.empty()) return fail(error);
   const std::optional<gc40::PtyLink> gpsLink = linkIfAsked(options.gpsLink, &error);
@@ -78,8 +89,7 @@ int run(const gc40::SimOptions& options) {
 
   std::vector<gc40::LinkStreamer> streamers;
   streamers.reserve(2);
-  if (instrumentLink)
-    streamers.emplace_back(*instrumentLink, instrumentSource(options.instrument), options.settle);
+  if (instrumentLink) streamers.emplace_back(*instrumentLink, std::move(meter), options.settle);
   if (gpsLink) streamers.emplace_back(*gpsLink, std::move(*gps), options.settle);
   std::vector<gc40::LinkStreamer*> running;
   for (gc40::LinkStreamer& streamer : streamers) running.push_back(&streamer);

@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cstdint>
 #include <optional>
+#include <set>
 #include <utility>
 
 #include "base/number_text.h"
@@ -14,6 +15,12 @@ namespace {
 constexpr std::int64_t kMaxMilliseconds = 3'600'000;
 constexpr std::int64_t kMaxEvery = 1'000'000'000;
 constexpr double kMaxDropoutSeconds = 3600;
+// Vertical dipole on the 100 range: a step of 0.025 mS/m resolves the
+// targets' peaks, where the 1000 range's 0.25 would flatten them.
+constexpr std::uint8_t kSurveyStatus = 36;
+constexpr double kMaxLatitude = 85;  // the local plane makes no sense near a pole
+
+using Given = std::set<std::string, std::less<>>;
 
 std::string quoted(std::string_view text) {
   std::string result(1, '\'');
@@ -22,15 +29,28 @@ std::string quoted(std::string_view text) {
   return result;
 }
 
-// A whole number in min..max, the text all digits.
+// A whole number in min..max, the text all digits after a minus sign where
+// min allows one.
 std::optional<std::int64_t> parseWhole(std::string_view text, std::int64_t min, std::int64_t max) {
   std::int64_t value = 0;
   const char* const end = text.data() + text.size();
   const auto [stop, error] = std::from_chars(text.data(), end, value);
-  if (text.empty() || text[0] == '-' || error != std::errc() || stop != end || value < min ||
-      value > max) {
+  if (text.empty() || (text[0] == '-' && min >= 0) || error != std::errc() || stop != end ||
+      value < min || value > max) {
     return std::nullopt;
   }
+  return value;
+}
+
+// A decimal number in min..max: digits with at most one point, a minus sign
+// before them allowed.
+std::optional<double> parseDecimal(std::string_view text, double min, double max) {
+  const std::string_view digits = text.starts_with('-') ? text.substr(1) : text;
+  const bool wellFormed = digits.find_first_not_of("0123456789.") == std::string_view::npos &&
+                          digits.find_first_of("0123456789") != std::string_view::npos &&
+                          digits.find('.') == digits.rfind('.');
+  const double value = parseDecimalPrefix(text);
+  if (!wellFormed || value < min || value > max) return std::nullopt;
   return value;
 }
 
@@ -76,6 +96,23 @@ std::string setValues(std::string_view text, InstrumentOptions& options) {
   return {};
 }
 
+// "LAT,LON" in degrees, as 45.38702,-75.69608.
+std::string setOrigin(std::string_view text, LatLon& origin) {
+  const std::size_t comma = text.find(',');
+  const std::optional<double> latitude =
+      parseDecimal(text.substr(0, comma), -kMaxLatitude, kMaxLatitude);
+  const std::optional<double> longitude = comma == std::string_view::npos
+                                              ? std::nullopt
+                                              : parseDecimal(text.substr(comma + 1), -180, 180);
+  if (!latitude || !longitude) {
+    return "--origin wants LAT,LON in degrees (latitude -85 to 85, longitude -180 to 180), as "
+           "45.38702,-75.69608, not " +
+           quoted(text);
+  }
+  origin = {*latitude, *longitude};
+  return {};
+}
+
 struct WholeOption {
   std::string_view name;
   std::int64_t min;
@@ -100,7 +137,31 @@ constexpr WholeOption kWholeOptions[] = {
     {"--count", 0, INT64_MAX, [](SimOptions& o, auto v) { o.instrument.count = v; }},
     {"--nmea-period", 0, kMaxMilliseconds,
      [](SimOptions& o, auto v) { o.nmea.period = milliseconds(v); }},
+    {"--lines", 1, 1000, [](SimOptions& o, auto v) { o.survey.lines = int(v); }},
+    {"--gps-rate", 1, 10, [](SimOptions& o, auto v) { o.survey.fixesPerSecond = int(v); }},
+    {"--true-lag", -10'000, 10'000,
+     [](SimOptions& o, auto v) { o.survey.trueLag = milliseconds(v); }},
 };
+
+struct DecimalOption {
+  std::string_view name;
+  double min;
+  double max;
+  double SurveyOptions::*field;
+};
+
+constexpr DecimalOption kDecimalOptions[] = {
+    {"--line-length", 0.1, 10'000, &SurveyOptions::lineLength},
+    {"--line-spacing", 0.1, 1000, &SurveyOptions::lineSpacing},
+    {"--speed", 0.1, 50, &SurveyOptions::speed},
+    {"--bearing", 0, 360, &SurveyOptions::bearing},
+    {"--layback", -100, 100, &SurveyOptions::layback},
+};
+
+// Options that shape the survey and mean nothing without it.
+constexpr std::string_view kSurveyOnly[] = {
+    "--lines",  "--line-length", "--line-spacing", "--speed",   "--bearing",
+    "--origin", "--repeat",      "--true-lag",     "--layback", "--gps-rate"};
 
 // Options whose value is not a plain whole number; the message when it is wrong.
 std::string applyText(std::string_view name, std::string_view value, SimOptions& options) {
@@ -115,6 +176,7 @@ std::string applyText(std::string_view name, std::string_view value, SimOptions&
     options.nmea.file = value;
     return value.empty() ? "--nmea needs a file" : "";
   }
+  if (name == "--origin") return setOrigin(value, options.survey.origin);
   if (name == "--pattern") return setPattern(value, options.instrument.pattern);
   if (name == "--values") return setValues(value, options.instrument);
   return setSeconds(value, options.instrument.dropout);
@@ -122,7 +184,22 @@ std::string applyText(std::string_view name, std::string_view value, SimOptions&
 
 bool takesText(std::string_view name) {
   return name == "--link" || name == "--gps-link" || name == "--nmea" || name == "--pattern" ||
-         name == "--values" || name == "--dropout-seconds";
+         name == "--values" || name == "--dropout-seconds" || name == "--origin";
+}
+
+const DecimalOption* findDecimalOption(std::string_view name) {
+  const auto found = std::ranges::find(kDecimalOptions, name, &DecimalOption::name);
+  return found == std::end(kDecimalOptions) ? nullptr : found;
+}
+
+std::string applyDecimal(const DecimalOption& option, std::string_view value, SimOptions& options) {
+  const std::optional<double> number = parseDecimal(value, option.min, option.max);
+  if (!number) {
+    return std::string(option.name) + " wants a number from " + formatRoundTrip(option.min) +
+           " to " + formatRoundTrip(option.max) + ", not " + quoted(value);
+  }
+  options.survey.*option.field = *number;
+  return {};
 }
 
 const WholeOption* findWholeOption(std::string_view name) {
@@ -156,9 +233,19 @@ std::string applyArgument(std::span<const std::string_view> arguments, std::size
     options.nmea.loop = true;
     return {};
   }
+  if (argument == "--survey") {
+    options.surveying = true;
+    return {};
+  }
+  if (argument == "--repeat") {
+    options.survey.repeat = true;
+    return {};
+  }
   const std::string_view name = argument.substr(0, argument.find('='));
   const WholeOption* const whole = findWholeOption(name);
-  if (whole == nullptr && !takesText(name)) return "unknown option " + quoted(argument);
+  const DecimalOption* const decimal = findDecimalOption(name);
+  if (whole == nullptr && decimal == nullptr && !takesText(name))
+    return "unknown option " + quoted(argument);
   std::string_view value;
   if (name.size() < argument.size()) {
     value = argument.substr(name.size() + 1);
@@ -167,10 +254,26 @@ std::string applyArgument(std::span<const std::string_view> arguments, std::size
   } else {
     return std::string(name) + " needs a value";
   }
-  return whole != nullptr ? applyWhole(*whole, value, options) : applyText(name, value, options);
+  if (whole != nullptr) return applyWhole(*whole, value, options);
+  if (decimal != nullptr) return applyDecimal(*decimal, value, options);
+  return applyText(name, value, options);
 }
 
-std::string checkTogether(const SimOptions& options) {
+std::string checkSurvey(const SimOptions& options, const Given& given) {
+  if (!options.surveying) {
+    for (const std::string_view name : kSurveyOnly)
+      if (given.contains(name)) return std::string(name) + " goes with --survey";
+    return {};
+  }
+  if (given.contains("--nmea")) return "--survey walks the GPS receiver itself: no --nmea with it";
+  if (given.contains("--pattern") || given.contains("--values"))
+    return "--pattern and --values go without --survey: the ground gives the values";
+  if (options.survey.repeat && options.survey.lines < 2)
+    return "--repeat needs at least 2 lines to walk back and forth";
+  return {};
+}
+
+std::string checkTogether(const SimOptions& options, const Given& given) {
   const InstrumentOptions& instrument = options.instrument;
   if (options.link.empty() && options.gpsLink.empty())
     return "at least one of --link PATH and --gps-link PATH is required";
@@ -182,7 +285,7 @@ std::string checkTogether(const SimOptions& options) {
   if (instrument.triggerEvery > 0 && instrument.triggerLength >= instrument.triggerEvery) {
     return "--trigger-length must be shorter than --trigger-every, or the button never lets go";
   }
-  return {};
+  return checkSurvey(options, given);
 }
 
 }  // namespace
@@ -190,15 +293,18 @@ std::string checkTogether(const SimOptions& options) {
 std::variant<SimOptions, SimOptionsError> parseSimOptions(
     std::span<const std::string_view> arguments) {
   SimOptions options;
+  Given given;
   for (std::size_t i = 0; i < arguments.size(); ++i) {
+    given.emplace(arguments[i].substr(0, arguments[i].find('=')));
     if (std::string error = applyArgument(arguments, i, options); !error.empty()) {
       return SimOptionsError{std::move(error)};
     }
   }
   if (options.help) return options;
-  if (std::string error = checkTogether(options); !error.empty()) {
+  if (std::string error = checkTogether(options, given); !error.empty()) {
     return SimOptionsError{std::move(error)};
   }
+  if (options.surveying && !given.contains("--status")) options.instrument.status = kSurveyStatus;
   return options;
 }
 
@@ -208,8 +314,9 @@ std::string simUsageText() {
          "that its link points to. Once a reader opens the meter's link it receives a record\n"
          "('T', status byte, two 5-character values, CR) every period; the GPS receiver's\n"
          "reader receives GGA, GSA and RMC once a second from someone walking a straight line\n"
-         "with a fix, or the lines of a capture (--nmea). Prints 'gc40-sim: ready PATH' for\n"
-         "each link, the meter's first, when it can be opened.\n"
+         "with a fix, or the lines of a capture (--nmea). --survey drives both from one\n"
+         "walker over a made-up ground. Prints 'gc40-sim: ready PATH' for each link, the\n"
+         "meter's first, when it can be opened.\n"
          "\n"
          "  --link PATH            the meter's link (an existing link there is replaced)\n"
          "  --gps-link PATH        the GPS receiver's link\n"
@@ -223,7 +330,8 @@ std::string simUsageText() {
          "                         sent by constant; where ramp and walk start; sequence\n"
          "                         and ramp keep B\n"
          "  --seed N               seed of the walk and of the junk (default 1)\n"
-         "  --status N             status byte 0..255 (default 32: vertical dipole, range 0)\n"
+         "  --status N             status byte 0..255 (default 32: vertical dipole, range 0;\n"
+         "                         with --survey 36: vertical dipole, range 100)\n"
          "  --trigger-every N      press the trigger (status bit 64) every N records...\n"
          "  --trigger-length M     ...for M records (default 4)\n"
          "  --dropout-every N      fall silent after every N records...\n"
@@ -241,6 +349,28 @@ std::string simUsageText() {
          "                         a burst go back to back\n"
          "  --loop                 start FILE again after its end; without it the receiver\n"
          "                         falls silent after the last line\n"
+         "\n"
+         "The survey (--survey): someone walks a grid of parallel lines in alternate\n"
+         "directions, with a half-circle turn from each line to the next. The receiver reports\n"
+         "the antenna's position when it sends; each record carries the ground under the\n"
+         "meter's sensor, carried behind the antenna, as it was --true-lag earlier. The ground:\n"
+         "20 mS/m, a buried pipe across the lines, three round targets each on a line.\n"
+         "  --survey               walk the grid: the meter's values come from the ground\n"
+         "                         (no --pattern, --values or --nmea with it)\n"
+         "  --lines N              lines to walk (default 10)\n"
+         "  --line-length M        metres (default 100)\n"
+         "  --line-spacing M       metres from each line to the next, on the right of the\n"
+         "                         first line's direction (default 2)\n"
+         "  --speed M              walking speed in metres per second (default 1.0)\n"
+         "  --bearing DEG          the first line's direction, degrees from north (default 0)\n"
+         "  --origin LAT,LON       the first line's start (default 45.38702,-75.69608)\n"
+         "  --repeat               after the last line walk the lines back and forth without\n"
+         "                         end; without it the walker stops at the last line's end\n"
+         "  --true-lag MS          the meter's values lag the receiver's positions by MS\n"
+         "                         (default 600; negative: they lead)\n"
+         "  --layback M            the sensor rides M metres behind the antenna (default 1.5;\n"
+         "                         negative: ahead)\n"
+         "  --gps-rate HZ          fixes a second, 1 to 10 (default 1)\n"
          "\n"
          "  --help                 show this help and exit\n"
          "\n"

@@ -10,6 +10,7 @@
 
 #include "gc40-sim/instrument_records.h"
 #include "gc40-sim/nmea_replay.h"
+#include "gc40-sim/survey_walk.h"
 
 namespace gc40 {
 
@@ -20,6 +21,10 @@ struct SimOptions {
   std::chrono::milliseconds settle{100};
   InstrumentOptions instrument;
   NmeaReplayOptions nmea;
+  // --survey: the meter reads the ground under a walker that the GPS receiver
+  // follows, in place of the value pattern and the straight walk.
+  bool surveying = false;
+  SurveyOptions survey;
   bool help = false;
 };
 
