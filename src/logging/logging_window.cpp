@@ -70,7 +70,7 @@ LoggingWindow::LoggingWindow(LoggerContext& context, QWidget* mainWindow, int sc
   createButtons();
   connect(&connectionTimer_, &QTimer::timeout, this, [this] {
     session_.onTimerTick();
-    status_->showPending();
+    repaintIfDue();
   });
   hide();
 }
@@ -159,8 +159,21 @@ void LoggingWindow::startRun(std::unique_ptr<QSerialPort> instrumentPort) {
 RecordHandlers LoggingWindow::recordHandlers() {
   return {
       .onRecord = [this](std::string_view, std::uint32_t tick) { session_.onRecordArrived(tick); },
-      .onReading = [this](std::string_view record,
-                          std::uint32_t tick) { session_.onReading(record, tick); }};
+      .onReading =
+          [this](std::string_view record, std::uint32_t tick) {
+            session_.onReading(record, tick);
+            repaintIfDue();
+          }};
+}
+
+// Values and GPS fields change up to 60 times a second; the screen shows them
+// at most every kRepaintGapMs, as each repaint costs far more than its texts.
+void LoggingWindow::repaintIfDue() {
+  const std::uint32_t now = clock_.tickCount();
+  if (now - lastRepaintTick_ < kRepaintGapMs) return;
+  status_->showPending();
+  profile_->showPending();
+  lastRepaintTick_ = now;
 }
 
 // A GPS port that does not open leaves the run without GPS.
@@ -236,14 +249,13 @@ void LoggingWindow::showMessage(std::string_view text) { status_->showMessage(qT
 
 void LoggingWindow::showReading(const ReadingShown& shown) {
   status_->showReading(shown.reading, context_.settings);
-  status_->setText(StatusField::kTriggerIndicator, QString(QChar(shown.triggerIndicator)));
+  status_->setTextLater(StatusField::kTriggerIndicator, QString(QChar(shown.triggerIndicator)));
   if (shown.recorded) {
-    status_->setText(StatusField::kStation, qText(shown.station));
-    if (!shown.count.empty()) status_->setText(StatusField::kCount, qText(shown.count));
+    status_->setTextLater(StatusField::kStation, qText(shown.station));
+    if (!shown.count.empty()) status_->setTextLater(StatusField::kCount, qText(shown.count));
     emit readingRecorded(shown.recordedStation);
   }
   status_->refreshBattery(clock_.tickCount());
-  status_->showPending();
 }
 
 void LoggingWindow::showGps(const GpsFieldsShown& shown) {

@@ -68,6 +68,7 @@ class LoggingWindow : public QWidget, private LoggingView {
   QPushButton* makeButton(int id, const char* label);
   void placeButtonRow(const std::vector<QPushButton*>& row, int width, int pitch);
   RecordHandlers recordHandlers();
+  void repaintIfDue();
   void openGpsPort();
   void startRawCaptures();
   void closePorts();
@@ -111,6 +112,8 @@ class LoggingWindow : public QWidget, private LoggingView {
   std::array<QPushButton*, 6> standByButtons_{};
   std::array<QPushButton*, 8> pauseButtons_{};
   QTimer connectionTimer_;
+  static constexpr std::uint32_t kRepaintGapMs = 150;
+  std::uint32_t lastRepaintTick_ = 0;
   QPointer<QMessageBox> exitQuestion_;  // while "Exit?" is asked
   std::optional<RawCapture> capture_;
   std::optional<RawCapture> gpsCapture_;

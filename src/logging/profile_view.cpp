@@ -58,6 +58,8 @@ void ProfileView::restart() {
   drawGreyLine(grid_.zeroY, grid_.zeroLineWidth, 0, right);
   for (int y : grid_.lineYs) drawGreyLine(y, 1, 0, right);
   state_ = ProfileState{};
+  pendingScroll_ = 0;
+  pending_ = QRegion();
   update();
 }
 
@@ -67,10 +69,17 @@ void ProfileView::addReading(const FiledValues& filed, std::int32_t readingsAtSt
       addReadingToProfile(state_, filed, readingsAtStation, traces_, settings_, traceContinues);
   if (step.scroll) scroll();
   if (step.strokes.empty()) return;
-  QRect changed;
   QPainter painter(&picture_);
-  for (const TraceStroke& stroke : step.strokes) changed |= drawStroke(painter, stroke);
-  update(onScreen(changed));
+  for (const TraceStroke& stroke : step.strokes) pending_ += drawStroke(painter, stroke);
+}
+
+// The screen moves its own pixels for the scrolls, so only the newest
+// columns and the strokes are drawn again.
+void ProfileView::showPending() {
+  if (pendingScroll_ > 0) QWidget::scroll(-pendingScroll_ * scale_, 0, onScreen(picture_.rect()));
+  for (const QRect& area : pending_) update(onScreen(area));
+  pendingScroll_ = 0;
+  pending_ = QRegion();
 }
 
 // `area` of the picture (layout pixels) in widget pixels.
@@ -96,16 +105,16 @@ void ProfileView::fillPicture(const QRect& area, QRgb colour) {
 }
 
 // Two columns to the left; the newest three columns blank again but for the
-// zero line and the grid. The screen moves its own pixels, so only the
-// newest columns are drawn again.
+// zero line and the grid.
 void ProfileView::scroll() {
   shiftLeft(picture_, kProfileScrollPixels, plotWidth_ - 1);
   const QRect newest(plotWidth_ - 1, 0, 3, plotHeight_ + 1);
   fillPicture(newest, qRgb(255, 255, 255));
   drawGreyLine(grid_.zeroY, grid_.zeroLineWidth, plotWidth_ - 1, plotWidth_ + 1);
   for (int y : grid_.lineYs) drawGreyLine(y, 1, plotWidth_ - 1, plotWidth_ + 1);
-  QWidget::scroll(-kProfileScrollPixels * scale_, 0, onScreen(picture_.rect()));
-  update(onScreen(newest));
+  pendingScroll_ += kProfileScrollPixels;
+  pending_.translate(-kProfileScrollPixels, 0);
+  pending_ += newest;
 }
 
 // Draws one stroke and returns the part of the picture it may have touched.

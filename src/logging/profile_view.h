@@ -5,6 +5,7 @@
 // window's scale, so a repaint never loses history.
 
 #include <QImage>
+#include <QRegion>
 #include <QWidget>
 #include <array>
 #include <cstdint>
@@ -34,6 +35,9 @@ class ProfileView : public QWidget {
   void addReading(const FiledValues& filed, std::int32_t readingsAtStation,
                   std::array<std::int32_t, kTraceCount>& traceContinues);
 
+  // Draws what the readings since the last call changed.
+  void showPending();
+
   // The plot in layout pixels: plot width + 2 by plotHeight + 1.
   const QImage& picture() const { return picture_; }
 
@@ -56,6 +60,10 @@ class ProfileView : public QWidget {
   ProfileGrid grid_;
   ProfileState state_;
   QImage picture_;
+  // What changed since the screen last caught up: columns scrolled, and the
+  // parts of the picture drawn (where they are after those scrolls).
+  int pendingScroll_ = 0;
+  QRegion pending_;
 };
 
 }  // namespace gc40

@@ -75,10 +75,10 @@ void StatusPanel::showMessage(const QString& text) { setText(StatusField::kMessa
 
 void StatusPanel::showReading(const DecodedReading& reading, const Settings& settings) {
   using F = StatusField;
-  setText(F::kMode, qText(dipoleModeText(settings.dipoleMode)));
-  setText(F::kConductivity, qText(conductivityText(reading, settings.component, portrait_)));
-  setText(F::kInphase, qText(inphaseText(reading, portrait_)));
-  setText(F::kDipoleRange, qText(dipoleRangeText(reading, portrait_)));
+  setTextLater(F::kMode, qText(dipoleModeText(settings.dipoleMode)));
+  setTextLater(F::kConductivity, qText(conductivityText(reading, settings.component, portrait_)));
+  setTextLater(F::kInphase, qText(inphaseText(reading, portrait_)));
+  setTextLater(F::kDipoleRange, qText(dipoleRangeText(reading, portrait_)));
 }
 
 void StatusPanel::refreshBattery(std::uint32_t tick) {

@@ -40,16 +40,16 @@ class StatusPanel : public QWidget {
   void showMessage(const QString& text);  // empty clears the message line
 
   // Per reading: the survey's dipole mode, the values and the reading's
-  // dipole and range.
+  // dipole and range, drawn by the next showPending().
   void showReading(const DecodedReading& reading, const Settings& settings);
   // Asks the battery again once three minutes have passed since it was drawn.
   void refreshBattery(std::uint32_t tick);
 
   // Any field as it is, such as the GPS values worked out from the sentences.
   void setText(StatusField field, const QString& text);
-  // As setText, but the field is repainted by the next showPending(). The GPS
-  // fields change with every sentence; drawing them with the next reading or
-  // timer tick spares a repaint per sentence.
+  // As setText, but the field is repainted by the next showPending(): the
+  // values and the GPS fields change many times a second, and the window
+  // draws them together, a few times a second.
   void setTextLater(StatusField field, const QString& text);
   void showPending();
   QString text(StatusField field) const;

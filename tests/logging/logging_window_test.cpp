@@ -65,19 +65,27 @@ TEST(LoggingDisplay, ProfileScrollsTwoPixelsAndKeepsItsPicture) {
     view.addReading(verticalConductivity(420), 1, continues);  // row 20
     view.addReading(verticalConductivity(320), 2, continues);  // row 45, joined
     EXPECT_EQ(at(w, 20), blue);                                // not moved yet
+    view.showPending();
     expectScreenMatchesFullPaint(view);
     view.addReading(verticalConductivity(220), 0, continues);  // row 70, station done
+    view.showPending();
     expectScreenMatchesFullPaint(view);
     EXPECT_EQ(std::tuple(at(w - 2, 20), at(w, 20), at(w, 25), at(w, 70)),
               std::tuple(blue, white, grey, blue));  // grid line at 400 on row 25
     const QImage shown = view.grab().toImage().convertToFormat(QImage::Format_RGB32);
     const QSize scaled = view.picture().size() * scale;
     EXPECT_EQ(shown.copy(QRect(QPoint(0, 0), scaled)), view.picture().scaled(scaled));
-    // Scrolls and strokes piled up before the screen catches up.
+    // Scrolls and thick strokes piled up before the screen catches up, then
+    // stations without a value: only the blanked columns change.
+    settings.traceThickness[0] = 5;
     for (float value : {300.0f, 480.0f, 10.0f, 250.0f}) {
       view.addReading(verticalConductivity(value), 1, continues);
       view.addReading(verticalConductivity(value + 15), 0, continues);
     }
+    view.showPending();
+    expectScreenMatchesFullPaint(view);
+    view.addReading(FiledValues{}, 0, continues);
+    view.showPending();
     expectScreenMatchesFullPaint(view);
   }
 }
