@@ -9,7 +9,7 @@
 #include <iterator>
 
 #include "eight_hour_file.h"
-#include "viewer/survey_lines.h"
+#include "survey/survey_lines.h"
 
 namespace gc40 {
 namespace {

@@ -11,8 +11,8 @@
 
 #include "datafile/data_file_reader.h"
 #include "fuzz_support.h"
+#include "survey/survey_lines.h"
 #include "viewer/line_index_files.h"
-#include "viewer/survey_lines.h"
 
 namespace gc40::fuzz {
 namespace {

@@ -1,7 +1,5 @@
-# File viewer: recorded files split into survey lines, the line index files,
-# and the View Files screen with its profile.
+# File viewer: the line index files and the View Files screen with its profile.
 list(APPEND GC40_CORE_FILES
-  viewer/survey_lines.cpp viewer/survey_lines.h
   viewer/line_index_files.cpp viewer/line_index_files.h
   viewer/line_view.cpp viewer/line_view.h
   viewer/viewer_texts.cpp viewer/viewer_texts.h

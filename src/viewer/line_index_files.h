@@ -20,7 +20,7 @@
 #include <variant>
 #include <vector>
 
-#include "viewer/survey_lines.h"
+#include "survey/survey_lines.h"
 
 namespace gc40 {
 

@@ -9,7 +9,7 @@
 
 #include "settings/profile_setup.h"
 #include "settings/settings.h"
-#include "viewer/survey_lines.h"
+#include "survey/survey_lines.h"
 
 namespace gc40 {
 

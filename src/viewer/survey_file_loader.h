@@ -7,7 +7,7 @@
 #include <filesystem>
 #include <variant>
 
-#include "viewer/survey_lines.h"
+#include "survey/survey_lines.h"
 
 class QWidget;
 

@@ -11,8 +11,8 @@
 
 #include "settings/profile_setup.h"
 #include "settings/settings.h"
+#include "survey/survey_lines.h"
 #include "viewer/line_view.h"
-#include "viewer/survey_lines.h"
 
 namespace gc40 {
 

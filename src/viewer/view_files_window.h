@@ -14,7 +14,7 @@
 #include <vector>
 
 #include "platform/logger_context.h"
-#include "viewer/survey_lines.h"
+#include "survey/survey_lines.h"
 
 class QLabel;
 class QListWidget;

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "viewer/survey_lines.h"
+#include "survey/survey_lines.h"
 
 namespace gc40 {
 

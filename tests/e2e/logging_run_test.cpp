@@ -18,7 +18,7 @@
 #include "harness/temp_folder.h"
 #include "support/gps_printing.h"
 #include "support/settings_listing.h"
-#include "viewer/survey_lines.h"
+#include "survey/survey_lines.h"
 
 namespace gc40 {
 namespace {

@@ -10,9 +10,9 @@
 
 #include "base/number_text.h"
 #include "instrument/reading_decoder.h"
-#include "recorded_file.h"
 #include "support/dialog_checks.h"
 #include "support/modal_script.h"
+#include "support/recorded_file.h"
 #include "viewer/line_index_files.h"
 #include "viewer/survey_file_loader.h"
 #include "viewer/view_curve.h"

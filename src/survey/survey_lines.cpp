@@ -1,4 +1,4 @@
-#include "viewer/survey_lines.h"
+#include "survey/survey_lines.h"
 
 #include <algorithm>
 #include <cmath>
