@@ -17,6 +17,10 @@
 
 namespace gc40 {
 
+// The direction of travel comes from the track between the two fixes around
+// a reading, or from the receiver's course where they lie too close together
+// (standing still) or a gap apart; with neither, the sensor is placed at the
+// antenna.
 struct PositionOptions {
   int lagMs = 0;             // the meter's values lag the GPS by this much; negative allowed
   double laybackM = 0.0;     // sensor behind the antenna along the travel; negative ahead
@@ -38,27 +42,29 @@ enum class NoPositionReason {
 const char* noPositionText(NoPositionReason reason);
 
 struct GeoPosition {
-  double latitude = 0.0;  // degrees, WGS 84, north positive
-  double longitude = 0.0; // degrees, east positive
+  double latitude = 0.0;           // degrees, WGS 84, north positive
+  double longitude = 0.0;          // degrees, east positive
   std::optional<double> altitude;  // metres above mean sea level, from GGA
-  int fixQuality = 0;      // GGA field 6 of the nearer fix
-  int satellites = 0;      // of the nearer fix
+  int fixQuality = 0;              // GGA field 6 of the nearer fix
+  int satellites = 0;              // of the nearer fix
   std::optional<double> hdop;
-  std::uint32_t fixAgeMs = 0;       // corrected tick minus the earlier fix's tick
+  std::uint32_t fixAgeMs = 0;        // corrected tick minus the earlier fix's tick
   std::optional<double> speedKnots;  // from RMC where present
   std::optional<double> courseDegrees;
 };
 
 struct PositionedReading {
-  std::size_t lineIndex = 0;     // into SurveyFile::lines
+  std::size_t lineIndex = 0;  // into SurveyFile::lines
   std::string lineName;
   char direction = ' ';
   double station = 0.0;
   std::size_t readingNumber = 0;  // 1-based, in file order over the whole file
   std::uint32_t tick = 0;
   std::optional<LocalTime> localTime;  // from the "Z" and "*" records tying ticks to the clock
-  std::optional<LocalTime> utc;        // from the receiver's RMC/ZDA date and time
-  char dipole = ' ';                   // 'V' or 'H' as the record says
+  // The receiver's clock at the reading's tick: from the RMC or ZDA date and
+  // time, or a GGA time on the date of the RMC/ZDA nearest it.
+  std::optional<LocalTime> utc;
+  char dipole = ' ';  // 'V' or 'H' as the record says
   std::int16_t range = 0;
   std::optional<float> verticalConductivity;
   std::optional<float> horizontalConductivity;
