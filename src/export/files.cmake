@@ -6,4 +6,6 @@ set(GC40_EXPORT_FILES
   export/feature_writer.cpp export/feature_writer.h
   export/xyz_writer.cpp export/xyz_writer.h
   export/gdal_errors.h
+  export/reading_columns.cpp export/reading_columns.h
+  export/readings_export.cpp export/readings_export.h
 )
