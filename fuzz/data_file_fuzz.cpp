@@ -2,15 +2,20 @@
 // lines and each line's index files written and read back. The reader accounts
 // for every byte in exactly one record or problem; the split places every
 // reading; the index files give back the stations they were made from. The
+// join to GPS fixes accounts for every reading too, and the lag estimate
+// either finds a lag or says why not. The
 // bytes are also read as a pair of index files (split before the second
 // file's magic), which must be refused or read consistently.
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 #include <vector>
 
 #include "datafile/data_file_reader.h"
 #include "fuzz_support.h"
+#include "survey/lag_estimate.h"
+#include "survey/reading_positions.h"
 #include "survey/survey_lines.h"
 #include "viewer/line_index_files.h"
 
@@ -49,6 +54,27 @@ void checkSplit(const DataFileContents& contents, const SurveyFile& file) {
   }
   FUZZ_CHECK(placed == static_cast<std::size_t>(readings));
   FUZZ_CHECK(file.problems.size() == contents.problems.size());
+}
+
+void checkPositions(const DataFileContents& contents, const SurveyFile& file) {
+  const PositionedFile positioned =
+      positionReadings(contents, file, {.lagMs = 300, .laybackM = 1.5, .crossTrackM = -0.5});
+  std::size_t number = 0;
+  for (const PositionedReading& reading : positioned.readings) {
+    FUZZ_CHECK(reading.readingNumber == ++number && reading.lineIndex < file.lines.size());
+    FUZZ_CHECK(reading.position.has_value() ==
+               (reading.noPosition == NoPositionReason::kPositioned));
+    FUZZ_CHECK(positioned.hasFixes != (reading.noPosition == NoPositionReason::kNoFixes));
+    if (reading.position)
+      FUZZ_CHECK(std::isfinite(reading.position->latitude) &&
+                 std::isfinite(reading.position->longitude));
+  }
+  std::size_t placed = 0;
+  for (const SurveyLine& line : file.lines) placed += line.readingStations.size();
+  FUZZ_CHECK(positioned.readings.size() == placed);
+
+  const LagEstimate lag = estimateLag({{&contents, &file}}, {}, {-200, 200, 50});
+  FUZZ_CHECK(lag.found == lag.problem.empty());
 }
 
 // Stations compared by their bits, so that a NaN station equals itself.
@@ -114,6 +140,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   });
   FUZZ_CHECK(file.has_value());
   fuzz::checkSplit(*contents, *file);
+  fuzz::checkPositions(*contents, *file);
   for (const SurveyLine& line : file->lines)
     FUZZ_CHECK(fuzz::sameStations(fuzz::roundTrip(line.stations), line.stations));
 

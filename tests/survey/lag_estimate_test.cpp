@@ -68,10 +68,11 @@ std::string syntheticSurvey(bool bothWays) {
   return file.bytes();
 }
 
-LagEstimate estimate(const std::string& bytes, const PositionOptions& options = {}) {
+LagEstimate estimate(const std::string& bytes, const PositionOptions& options = {},
+                     const LagSearch& search = {}) {
   const DataFileContents contents = readDataFile(bytes);
   const SurveyFile survey = *splitSurveyLines(contents);
-  return estimateLag({{&contents, &survey}}, options);
+  return estimateLag({{&contents, &survey}}, options, search);
 }
 
 // Values 600 ms late smear the anomaly forward along each line, the other
@@ -89,7 +90,7 @@ TEST(LagEstimate, FindsTheLagThatLinesUpOppositeLines) {
   EXPECT_EQ(found.curve.front().lagMs, -2000);
   EXPECT_GT(found.curve.front().misfit, 2 * found.curve[260].misfit);  // at 600 ms
 
-  const LagEstimate laidBack = estimate(survey, {.laybackM = kLateMs / 1000.0});
+  const LagEstimate laidBack = estimate(survey, {.laybackM = kLateMs / 1000.0}, {-500, 500, 10});
   ASSERT_TRUE(laidBack.found) << laidBack.problem;
   EXPECT_NEAR(laidBack.lagMs, 0, 60);
 
