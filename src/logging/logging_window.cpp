@@ -167,7 +167,8 @@ RecordHandlers LoggingWindow::recordHandlers() {
 }
 
 // Values and GPS fields change up to 60 times a second; the screen shows them
-// at most every kRepaintGapMs, as each repaint costs far more than its texts.
+// four times a second, which the eye follows, as each repaint costs far more
+// than the texts it draws. A reading after a quiet spell shows at once.
 void LoggingWindow::repaintIfDue() {
   const std::uint32_t now = clock_.tickCount();
   if (now - lastRepaintTick_ < kRepaintGapMs) return;

@@ -112,7 +112,7 @@ class LoggingWindow : public QWidget, private LoggingView {
   std::array<QPushButton*, 6> standByButtons_{};
   std::array<QPushButton*, 8> pauseButtons_{};
   QTimer connectionTimer_;
-  static constexpr std::uint32_t kRepaintGapMs = 150;
+  static constexpr std::uint32_t kRepaintGapMs = 250;  // at most four repaints a second
   std::uint32_t lastRepaintTick_ = 0;
   QPointer<QMessageBox> exitQuestion_;  // while "Exit?" is asked
   std::optional<RawCapture> capture_;
