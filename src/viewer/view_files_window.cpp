@@ -57,6 +57,8 @@ void ViewFilesWindow::createControls() {
           &ViewFilesWindow::chooseFile);
   connect(makeScreenButton(listPage_, kViewLineId, "&View"), &QPushButton::clicked, this,
           [this] { viewLine(lines_->currentRow()); });
+  connect(makeScreenButton(listPage_, kViewExportId, "&Export"), &QPushButton::clicked, this,
+          &ViewFilesWindow::askForExport);
   connect(makeScreenButton(listPage_, kViewExitId, "E&xit"), &QPushButton::clicked, this,
           &ViewFilesWindow::leave);
 
@@ -72,6 +74,8 @@ void ViewFilesWindow::createControls() {
   }
   connect(makeScreenButton(curvePage_, kViewLinesId, "&Lines"), &QPushButton::clicked, this,
           &ViewFilesWindow::showList);
+  connect(makeScreenButton(curvePage_, kViewCurveExportId, "&Export"), &QPushButton::clicked, this,
+          &ViewFilesWindow::askForExport);
   connect(makeScreenButton(curvePage_, kViewCurveExitId, "E&xit"), &QPushButton::clicked, this,
           &ViewFilesWindow::leave);
 }
@@ -94,7 +98,7 @@ void ViewFilesWindow::placeControls() {
   layout.place(headerLabel_, kScreenMargin, headerTop, inner, kHeaderRows * kRowHeight);
   const int listTop = headerTop + kHeaderRows * kRowHeight + kScreenGap;
   layout.place(lines_, kScreenMargin, listTop, inner, layout.buttonRowTop() - kScreenGap - listTop);
-  placeButtons(listPage_, {kViewOpenId, kViewLineId, kViewExitId});
+  placeButtons(listPage_, {kViewOpenId, kViewLineId, kViewExportId, kViewExitId});
 
   layout.place(lineLabel_, kScreenMargin, kScreenMargin, inner, kRowHeight);
   const int curveTop = kScreenMargin + kRowHeight;
@@ -110,7 +114,7 @@ void ViewFilesWindow::placeControls() {
   placeReadout(positionLabel_, 1, 0);
   for (std::size_t trace = 0; trace < valueLabels_.size(); ++trace)
     placeReadout(valueLabels_[trace], static_cast<int>(trace % 2), 1 + static_cast<int>(trace / 2));
-  placeButtons(curvePage_, {kViewLinesId, kViewCurveExitId});
+  placeButtons(curvePage_, {kViewLinesId, kViewCurveExportId, kViewCurveExitId});
 }
 
 void ViewFilesWindow::showOverMainWindow() {
@@ -163,6 +167,7 @@ bool ViewFilesWindow::openFile(const std::filesystem::path& path) {
   }
   if (std::holds_alternative<LoadCancelled>(loaded)) return false;
   file_ = std::move(std::get<SurveyFile>(loaded));
+  filePath_ = path;
   fileName_ = qText(path.filename().string());
   listLines();
   showList();
@@ -239,6 +244,12 @@ void ViewFilesWindow::leave() {
   emit closed();
 }
 
+void ViewFilesWindow::askForExport() {
+  if (!file_) return;
+  emit exportRequested(QString::fromStdString(filePath_.string()));
+  takeKeys();
+}
+
 void ViewFilesWindow::warn(const QString& text) {
   {
     QMessageBox box(QMessageBox::Warning, QString::fromLatin1(kCaption), text, QMessageBox::Ok,
@@ -275,6 +286,8 @@ void ViewFilesWindow::onKey(int keyCode) {
     case ViewerAction::kOpenFile:
       chooseFile();
       return;
+    case ViewerAction::kExport:
+      return askForExport();
     case ViewerAction::kBackToList:
       return showList();
     case ViewerAction::kMoveBar:

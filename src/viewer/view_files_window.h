@@ -4,8 +4,8 @@
 // line's profile (ViewCurve). X or Escape returns to the main window.
 //
 // Keys on the line list: Up/Down choose, Return or V views, O opens another
-// file. On the profile: the bar keys of ViewCurve, L or Backspace back to the
-// list, O another file.
+// file, E exports it. On the profile: the bar keys of ViewCurve, L or
+// Backspace back to the list, O another file, E export.
 
 #include <QWidget>
 #include <array>
@@ -29,6 +29,8 @@ inline constexpr int kViewLineId = 471;
 inline constexpr int kViewExitId = 472;
 inline constexpr int kViewLinesId = 473;
 inline constexpr int kViewCurveExitId = 474;
+inline constexpr int kViewExportId = 475;
+inline constexpr int kViewCurveExportId = 476;
 
 class ViewFilesWindow : public QWidget {
   Q_OBJECT
@@ -49,6 +51,7 @@ class ViewFilesWindow : public QWidget {
   bool viewLine(int index);
 
   const std::optional<SurveyFile>& file() const { return file_; }
+  const std::filesystem::path& filePath() const { return filePath_; }
   ViewCurve* curve() const { return curve_; }
   // Under the profile: "Stn: 12.00", "13 of 40", and one "C/V: 8.25" label
   // per trace, blank after the colon where the station has no value.
@@ -56,6 +59,9 @@ class ViewFilesWindow : public QWidget {
 
  signals:
   void closed();
+  // E with a file open: the export dialog is the main menu's to run (it
+  // needs the export library, which the screens do not link).
+  void exportRequested(const QString& dataFile);
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
@@ -72,11 +78,13 @@ class ViewFilesWindow : public QWidget {
   void listLines();
   void takeKeys();
   void leave();
+  void askForExport();
   void warn(const QString& text);
 
   LoggerContext& context_;
   int scale_;
   std::optional<SurveyFile> file_;
+  std::filesystem::path filePath_;
   std::optional<std::vector<int>> typedAhead_;  // keys typed while a file loads
   QString fileName_;
   QWidget* listPage_ = nullptr;

@@ -39,6 +39,7 @@ ViewerKeyCommand lineListKey(int keyCode) {
 ViewerKeyCommand viewerKeyCommand(ViewerPage page, int keyCode) {
   if (isLetter(keyCode, 'X') || keyCode == kKeyEscape) return {ViewerAction::kLeave};
   if (isLetter(keyCode, 'O')) return {ViewerAction::kOpenFile};
+  if (isLetter(keyCode, 'E')) return {ViewerAction::kExport};
   return page == ViewerPage::kProfile ? profileKey(keyCode) : lineListKey(keyCode);
 }
 

@@ -13,6 +13,7 @@ enum class ViewerAction {
   kNone,  // not the screen's: handed on
   kLeave,
   kOpenFile,
+  kExport,  // the open file, through the export dialog
   kBackToList,
   kMoveBar,
   kPreviousLine,
