@@ -4,7 +4,7 @@
 
 gc40_packages=(
   cmake ninja-build g++ pkg-config
-  qt6-base-dev qt6-serialport-dev
+  qt6-base-dev qt6-serialport-dev libgdal-dev
   libgtest-dev libgmock-dev libbenchmark-dev
   locales fonts-dejavu-core
 )

@@ -3,7 +3,9 @@
 //   r40 check FILE     one line per problem; exit 0 only when there is none
 //   r40 gps CAPTURE    each line a GPS receiver sent, as gc40 judges it
 //   r40 meter CAPTURE  the readings gc40 takes from a meter's bytes
-// Exit 2 when the file cannot be read or the command line is wrong.
+//   r40 export FILE... -o OUT   every reading as a point feature (GIS formats)
+//   r40 lag FILE...    the meter-to-GPS lag the survey shows
+// Exit 2 when a file cannot be read or the command line is wrong.
 
 #include <filesystem>
 #include <iostream>
@@ -11,11 +13,13 @@
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <vector>
 
 #include "base/number_text.h"
 #include "base/raw_file.h"
 #include "capture_listings.h"
 #include "datafile/data_file_reader.h"
+#include "survey_commands.h"
 
 namespace gc40 {
 namespace {
@@ -112,11 +116,18 @@ int usage() {
   std::cerr << "usage: r40 dump FILE       list every record with its byte offset\n"
                "       r40 check FILE      list the problems; exit 0 when there are none\n"
                "       r40 gps CAPTURE     each line a GPS receiver sent, as gc40 judges it\n"
-               "       r40 meter CAPTURE   the readings gc40 takes from a meter's bytes\n";
+               "       r40 meter CAPTURE   the readings gc40 takes from a meter's bytes\n"
+               "       r40 export FILE... -o OUT [options]   every reading as a point feature\n"
+               "       r40 lag FILE... [options]   the lag of the meter behind the GPS\n";
   return kTrouble;
 }
 
 int run(int argc, char** argv) {
+  if (argc >= 2 && (argv[1] == std::string_view("export") || argv[1] == std::string_view("lag"))) {
+    const std::vector<std::string> arguments(argv + 2, argv + argc);
+    return argv[1] == std::string_view("export") ? runExportCommand(arguments)
+                                                 : runLagCommand(arguments);
+  }
   const std::string_view command = argc == 3 ? argv[1] : "";
   if (command != "dump" && command != "check" && command != "gps" && command != "meter")
     return usage();

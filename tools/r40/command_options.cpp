@@ -1,0 +1,78 @@
+#include "command_options.h"
+
+#include <cctype>
+#include <charconv>
+#include <cmath>
+
+namespace gc40 {
+
+std::optional<CommandArguments> parseCommandArguments(const std::vector<std::string>& arguments,
+                                                      const std::vector<OptionSpec>& specs,
+                                                      std::string& error) {
+  CommandArguments result;
+  bool optionsEnded = false;
+  for (std::size_t i = 0; i < arguments.size(); ++i) {
+    const std::string& argument = arguments[i];
+    if (optionsEnded || argument.size() < 2 || argument[0] != '-') {
+      result.files.push_back(argument);
+      continue;
+    }
+    if (argument == "--") {
+      optionsEnded = true;
+      continue;
+    }
+    const std::size_t equals = argument.find('=');
+    const std::string name = argument.substr(0, equals);
+    const OptionSpec* spec = nullptr;
+    for (const OptionSpec& candidate : specs)
+      if (candidate.name == name) spec = &candidate;
+    if (!spec) {
+      error = "unknown option " + name;
+      return std::nullopt;
+    }
+    if (!spec->takesValue) {
+      if (equals != std::string::npos) {
+        error = name + " takes no value";
+        return std::nullopt;
+      }
+      result.flags.insert(name);
+    } else if (equals != std::string::npos) {
+      result.values[name] = argument.substr(equals + 1);
+    } else if (i + 1 < arguments.size()) {
+      result.values[name] = arguments[++i];
+    } else {
+      error = name + " needs a value";
+      return std::nullopt;
+    }
+  }
+  return result;
+}
+
+std::optional<double> parseNumber(std::string_view text) {
+  if (!text.empty() && text[0] == '+') text.remove_prefix(1);
+  double value = 0.0;
+  const auto [end, code] = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (text.empty() || code != std::errc() || end != text.data() + text.size() ||
+      !std::isfinite(value))
+    return std::nullopt;
+  return value;
+}
+
+std::optional<int> parseWholeNumber(std::string_view text) {
+  if (!text.empty() && text[0] == '+') text.remove_prefix(1);
+  int value = 0;
+  const auto [end, code] = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (text.empty() || code != std::errc() || end != text.data() + text.size()) return std::nullopt;
+  return value;
+}
+
+std::optional<int> parseEpsgCode(std::string_view text) {
+  std::string prefix(text.substr(0, 5));
+  for (char& c : prefix) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+  if (prefix == "EPSG:") text.remove_prefix(5);
+  const std::optional<int> code = parseWholeNumber(text);
+  if (!code || *code <= 0) return std::nullopt;
+  return code;
+}
+
+}  // namespace gc40
