@@ -1,30 +1,32 @@
 // A survey walked by gc40-sim and logged by gc40 with its GPS receiver: the
 // meter's values lag the receiver's fixes and its sensor rides behind the
-// antenna. Positioned with the lag the file itself gives, the buried targets'
-// peaks land where the simulator buried them; positioned as recorded, they
-// shift ahead of the walker, one way on one line and the other way back.
+// antenna. Exported by r40 with the lag r40 finds in the file itself, the
+// buried targets' peaks land where the simulator buried them; exported as
+// recorded, they shift ahead of the walker, one way on the lines walked out
+// and the other way on those walked back.
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <chrono>
 #include <cmath>
+#include <cstdio>
+#include <filesystem>
 #include <numbers>
 #include <optional>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "base/number_text.h"
-#include "datafile/data_file_reader.h"
 #include "e2e/whole_run.h"
 #include "gc40-sim/local_plane.h"
 #include "gc40-sim/sim_options.h"
 #include "gc40-sim/survey_walk.h"
 #include "gc40-sim/synthetic_ground.h"
-#include "survey/lag_estimate.h"
-#include "survey/reading_positions.h"
-#include "survey/survey_lines.h"
+#include "harness/child_process.h"
+#include "harness/temp_folder.h"
 
 namespace gc40 {
 namespace {
@@ -57,6 +59,56 @@ GridOffset gridOffset(const SurveyOptions& survey, const EastNorth& from, const 
           east * std::cos(bearing) - north * std::sin(bearing)};
 }
 
+// The fields of one line of a CSV file, quotes taken off.
+std::vector<std::string> csvFields(std::string_view line) {
+  std::vector<std::string> fields(1);
+  bool quoted = false;
+  for (std::size_t i = 0; i < line.size(); ++i) {
+    const char c = line[i];
+    if (c == '"' && quoted && i + 1 < line.size() && line[i + 1] == '"')
+      fields.back() += line[++i];
+    else if (c == '"')
+      quoted = !quoted;
+    else if (c == ',' && !quoted)
+      fields.emplace_back();
+    else if (c != '\r')
+      fields.back() += c;
+  }
+  return fields;
+}
+
+// A reading as the export placed it, in the order of the file.
+struct PlacedReading {
+  EastNorth at;  // on the simulator's plane
+  double conductivity = 0;
+};
+
+std::vector<PlacedReading> exportedReadings(const std::filesystem::path& csv,
+                                            const LatLon& origin) {
+  std::vector<PlacedReading> readings;
+  std::istringstream text(testing::readBytes(csv));
+  std::string line;
+  std::getline(text, line);
+  const std::vector<std::string> header = csvFields(line);
+  const auto column = [&](const char* name) {
+    return std::find(header.begin(), header.end(), name) - header.begin();
+  };
+  const auto latitude = column("latitude"), longitude = column("longitude"),
+             conductivity = column("cond_v");
+  EXPECT_LT(std::max({latitude, longitude, conductivity}), std::ssize(header)) << csv;
+  while (std::getline(text, line)) {
+    const std::vector<std::string> row = csvFields(line);
+    if (std::ssize(row) != std::ssize(header)) {
+      ADD_FAILURE() << csv << ": " << line;
+      continue;
+    }
+    if (row[latitude].empty() || row[conductivity].empty()) continue;  // no position, no value
+    readings.push_back({toEastNorth(origin, {std::stod(row[latitude]), std::stod(row[longitude])}),
+                        std::stod(row[conductivity])});
+  }
+  return readings;
+}
+
 // Where a target shows on the line walked over it: the peak of conductivity
 // among the readings within 4 m along that line, refined by a parabola
 // through its neighbours; `travel` is +1 where the line was walked the first
@@ -68,20 +120,17 @@ struct TargetPeak {
 };
 
 std::optional<TargetPeak> peakOver(const SurveyOptions& survey, const EastNorth& target,
-                                   const PositionedFile& file) {
+                                   const std::vector<PlacedReading>& readings) {
   struct Sample {
     double along;
     double value;
   };
   std::vector<Sample> line;  // in the order walked
-  for (const PositionedReading& reading : file.readings) {
-    if (!reading.position || !reading.verticalConductivity) continue;
-    const EastNorth at =
-        toEastNorth(survey.origin, {reading.position->latitude, reading.position->longitude});
-    const GridOffset offset = gridOffset(survey, target, at);
+  for (const PlacedReading& reading : readings) {
+    const GridOffset offset = gridOffset(survey, target, reading.at);
     // Half the line spacing picks the line over the target and no other.
     if (std::abs(offset.across) < survey.lineSpacing / 2 && std::abs(offset.along) < 4)
-      line.push_back({offset.along, *reading.verticalConductivity});
+      line.push_back({offset.along, reading.conductivity});
   }
   if (line.size() < 3) return std::nullopt;
   const auto top = std::max_element(line.begin(), line.end(),
@@ -94,6 +143,17 @@ std::optional<TargetPeak> peakOver(const SurveyOptions& survey, const EastNorth&
       peak.along += 0.5 * (before.value - after.value) / bend * (after.along - before.along) / 2;
   }
   return peak;
+}
+
+struct R40Run {
+  std::optional<int> status;
+  std::string output;
+};
+
+R40Run r40(const std::vector<std::string>& arguments, const std::filesystem::path& errors) {
+  testing::ChildProcess run(R40_BINARY, arguments, errors);
+  std::string output = run.readAll(60s);
+  return {run.waitForExit(10s), std::move(output)};
 }
 
 class SurveyRun : public WholeRun {
@@ -122,40 +182,54 @@ TEST_F(SurveyRun, TheEstimatedLagPutsEveryTargetWhereItIsAndNoCorrectionShiftsTh
   send("key x");
   EXPECT_EQ(gc40->waitForExit(10s), 0);
 
-  const DataFileContents contents = file();
-  ASSERT_TRUE(contents.problems.empty());
-  const SurveyFile lines = *splitSurveyLines(contents);
-  PositionOptions options{.laybackM = survey.layback};
-  const LagEstimate lag = estimateLag({{&contents, &lines}}, options);
-  ASSERT_TRUE(lag.found) << lag.problem;
-  const double trueLagMs = static_cast<double>(survey.trueLag.count());
-  EXPECT_NEAR(lag.lagMs, trueLagMs, 60) << "give or take " << lag.uncertaintyMs;
+  ASSERT_TRUE(file().problems.empty());
 
-  options.lagMs = lag.lagMs;
-  const PositionedFile corrected = positionReadings(contents, lines, options);
-  const PositionedFile uncorrected = positionReadings(contents, lines, {});
-  // Uncorrected, a reading is put where the antenna was when it arrived,
+  // The exports stay in the build folder, where scripts/survey_picture.sh
+  // draws them.
+  const std::string layback = formatFixed(survey.layback, 1);
+  const std::filesystem::path errors = folder.path() / "r40-errors.txt";
+  const R40Run lag = r40({"lag", dataFile.string(), "--layback", layback}, errors);
+  ASSERT_EQ(lag.status, 0) << testing::readBytes(errors);
+  int lagMs = 0, uncertaintyMs = 0;
+  ASSERT_EQ(std::sscanf(lag.output.c_str(), "lag: %d ms +/- %d ms", &lagMs, &uncertaintyMs), 2)
+      << lag.output;
+  const double trueLagMs = static_cast<double>(survey.trueLag.count());
+  EXPECT_NEAR(lagMs, trueLagMs, 60) << "give or take " << uncertaintyMs;
+  RecordProperty("lag_ms", std::to_string(lagMs) + " +/- " + std::to_string(uncertaintyMs));
+  const std::filesystem::path asRecorded = GC40_TEST_OUTPUT_DIR "/survey_as_recorded.csv",
+                              corrected = GC40_TEST_OUTPUT_DIR "/survey_corrected.csv";
+  ASSERT_EQ(r40({"export", dataFile.string(), "-o", asRecorded.string()}, errors).status, 0)
+      << testing::readBytes(errors);
+  ASSERT_EQ(r40({"export", dataFile.string(), "-o", corrected.string(), "--lag",
+                 std::to_string(lagMs), "--layback", layback},
+                errors)
+                .status,
+            0)
+      << testing::readBytes(errors);
+
+  // As recorded, a reading stands where the antenna was when it arrived,
   // while the sensor read the ground as far behind as the walker went in the
   // lag, and then the layback further.
   const double shift = survey.speed * trueLagMs / 1000 + survey.layback;
+  const std::vector<PlacedReading> right = exportedReadings(corrected, survey.origin),
+                                   raw = exportedReadings(asRecorded, survey.origin);
   std::vector<int> travels;
   const SyntheticGround ground = groundForSurvey(survey);
   for (const RoundTarget& target : ground.targets) {
     SCOPED_TRACE("target at " + std::to_string(target.centre.east) + " E, " +
                  std::to_string(target.centre.north) + " N");
-    const std::optional<TargetPeak> right = peakOver(survey, target.centre, corrected);
-    const std::optional<TargetPeak> raw = peakOver(survey, target.centre, uncorrected);
-    ASSERT_TRUE(right && raw);
-    EXPECT_GT(right->readings, 15u);  // 8 m of line, a reading every 0.4 m
-    EXPECT_NEAR(right->along, 0, 0.5);
-    EXPECT_NEAR(raw->along * raw->travel, shift, 0.3 * shift);
+    const std::optional<TargetPeak> fixed = peakOver(survey, target.centre, right),
+                                    shifted = peakOver(survey, target.centre, raw);
+    ASSERT_TRUE(fixed && shifted);
+    EXPECT_GT(fixed->readings, 15u);  // 8 m of line, a reading every 0.4 m
+    EXPECT_NEAR(fixed->along, 0, 0.5);
+    EXPECT_NEAR(shifted->along * shifted->travel, shift, 0.3 * shift);
     // The figures of the run, in the test's XML report.
     const std::string name = "target_" + std::to_string(travels.size());
-    RecordProperty(name + "_corrected_m", formatFixed(right->along, 2));
-    RecordProperty(name + "_uncorrected_m", formatFixed(raw->along, 2));
-    travels.push_back(raw->travel);
+    RecordProperty(name + "_corrected_m", formatFixed(fixed->along, 2));
+    RecordProperty(name + "_as_recorded_m", formatFixed(shifted->along, 2));
+    travels.push_back(shifted->travel);
   }
-  RecordProperty("lag_ms", std::to_string(lag.lagMs) + " +- " + formatFixed(lag.uncertaintyMs, 0));
   EXPECT_NE(std::count(travels.begin(), travels.end(), 1), 0);
   EXPECT_NE(std::count(travels.begin(), travels.end(), -1), 0);
 }
