@@ -184,8 +184,10 @@ TEST_F(SurveyRun, TheEstimatedLagPutsEveryTargetWhereItIsAndNoCorrectionShiftsTh
 
   ASSERT_TRUE(file().problems.empty());
 
-  // The exports stay in the build folder, where scripts/survey_picture.sh
-  // draws them.
+  // The recorded survey stays in the build folder, where
+  // scripts/survey_picture.sh draws it.
+  std::filesystem::copy_file(dataFile, GC40_TEST_OUTPUT_DIR "/survey.R40",
+                             std::filesystem::copy_options::overwrite_existing);
   const std::string layback = formatFixed(survey.layback, 1);
   const std::filesystem::path errors = folder.path() / "r40-errors.txt";
   const R40Run lag = r40({"lag", dataFile.string(), "--layback", layback}, errors);
@@ -196,8 +198,8 @@ TEST_F(SurveyRun, TheEstimatedLagPutsEveryTargetWhereItIsAndNoCorrectionShiftsTh
   const double trueLagMs = static_cast<double>(survey.trueLag.count());
   EXPECT_NEAR(lagMs, trueLagMs, 60) << "give or take " << uncertaintyMs;
   RecordProperty("lag_ms", std::to_string(lagMs) + " +/- " + std::to_string(uncertaintyMs));
-  const std::filesystem::path asRecorded = GC40_TEST_OUTPUT_DIR "/survey_as_recorded.csv",
-                              corrected = GC40_TEST_OUTPUT_DIR "/survey_corrected.csv";
+  const std::filesystem::path asRecorded = folder.path() / "as_recorded.csv",
+                              corrected = folder.path() / "corrected.csv";
   ASSERT_EQ(r40({"export", dataFile.string(), "-o", asRecorded.string()}, errors).status, 0)
       << testing::readBytes(errors);
   ASSERT_EQ(r40({"export", dataFile.string(), "-o", corrected.string(), "--lag",
