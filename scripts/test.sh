@@ -12,6 +12,7 @@ werror=OFF
 gc40_build build/test -DCMAKE_BUILD_TYPE=Debug -DGC40_SANITIZE=ON -DGC40_WERROR=$werror
 
 export ASAN_OPTIONS="detect_leaks=1:abort_on_error=1:strict_string_checks=1"
+export LSAN_OPTIONS="suppressions=$PWD/scripts/lsan.supp:print_suppressions=0"
 export UBSAN_OPTIONS="print_stacktrace=1:halt_on_error=1"
 ctest --test-dir build/test --output-on-failure -j "$(nproc)" --timeout 300
 
