@@ -67,7 +67,9 @@ bool PointProjection::project(std::vector<PointXY>& points) const {
     y[i] = points[i].y;
   }
   std::vector<int> success(points.size(), 0);
-  impl_->transform->Transform(points.size(), x.data(), y.data(), nullptr, success.data());
+  // This GDAL counts points in an int; a day's survey is far below its limit.
+  impl_->transform->Transform(static_cast<int>(points.size()), x.data(), y.data(), nullptr,
+                              success.data());
   bool all = true;
   for (std::size_t i = 0; i < points.size(); ++i) {
     if (success[i] && std::isfinite(x[i]) && std::isfinite(y[i]))
