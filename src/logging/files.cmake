@@ -22,5 +22,6 @@ list(APPEND GC40_QT_FILES
   logging/profile_scale_dialog.cpp
   logging/status_panel.cpp logging/status_panel.h
   logging/profile_view.cpp logging/profile_view.h
+  logging/logging_links.cpp logging/logging_links.h
   logging/logging_window.cpp logging/logging_window.h
 )
