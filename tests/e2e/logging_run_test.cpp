@@ -16,6 +16,7 @@
 #include "datafile/data_file_reader.h"
 #include "harness/child_process.h"
 #include "harness/temp_folder.h"
+#include "support/file_shape.h"
 #include "support/gps_printing.h"
 #include "support/settings_listing.h"
 #include "survey/survey_lines.h"
@@ -24,19 +25,12 @@ namespace gc40 {
 namespace {
 
 using namespace std::chrono_literals;
+using testing::countRecords;
+using testing::shapeOf;
 namespace fs = std::filesystem;
 
 constexpr int kCyclesPerReading = 2;  // Auto mode at the default 5 readings a second
 const std::string kLoggingScreen = "LoggingWnd";
-
-// The readings in a file, or the notes that say `text`.
-std::size_t countRecords(const DataFileContents& contents, const std::string& text = "") {
-  return std::count_if(contents.records.begin(), contents.records.end(), [&](const FileRecord& r) {
-    const auto* note = std::get_if<TextRecord>(&r.value);
-    return text.empty() ? std::holds_alternative<ReadingRecord>(r.value)
-                        : note && note->text == text;
-  });
-}
 
 class WholeRun : public ::testing::Test {
  protected:
@@ -142,21 +136,6 @@ class WholeRun : public ::testing::Test {
   std::unique_ptr<testing::ChildProcess> sim, gc40;
   std::vector<double> loggedStations;
 };
-
-// One letter per record (one 'T' for a stretch of readings and GPS sentences,
-// '(' letter and text ')' for a note or comment), so the run's shape reads as
-// one string.
-std::string shapeOf(const DataFileContents& contents) {
-  std::string shape;
-  for (const FileRecord& record : contents.records) {
-    const char letter = "GHLBAZTS*?T"[record.value.index()];
-    if (const auto* text = std::get_if<TextRecord>(&record.value))
-      shape += std::string("(") + text->typeLetter + text->text + ")";
-    else if (shape.empty() || letter != 'T' || shape.back() != 'T')
-      shape += letter;
-  }
-  return shape;
-}
 
 // Each stretch of logging holds every second record of the simulator's
 // count, none lost or doubled, with ticks that never go back.
