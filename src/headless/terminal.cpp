@@ -54,7 +54,10 @@ Terminal::Terminal(QObject* parent) : QObject(parent) {
     ::tcsetattr(STDIN_FILENO, TCSANOW, &modes);
   }
   // Standard input may be closed altogether (a service): then no keys come.
+  // Nor from a terminal this job does not own: reading it would stop the
+  // program (started with & from a shell) until brought to the foreground.
   if (::fcntl(STDIN_FILENO, F_GETFD) == -1) return;
+  if (::isatty(STDIN_FILENO) && !ownsTerminal()) return;
   input_ = std::make_unique<QSocketNotifier>(STDIN_FILENO, QSocketNotifier::Read);
   connect(input_.get(), &QSocketNotifier::activated, this, &Terminal::readInput);
 }
