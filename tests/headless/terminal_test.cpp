@@ -6,7 +6,6 @@
 #include "headless/terminal_keys.h"
 #include "headless/terminal_prompt.h"
 #include "headless/terminal_status.h"
-#include "headless/terminal_texts.h"
 #include "logging/command_keys.h"
 #include "logging/status_texts.h"
 
@@ -113,30 +112,9 @@ TEST(TerminalStatus, OneLineOfWhatTheScreenShows) {
   fresh.setGpsEnabled(true);
   fresh.showGps({.activity = "\\", .fixCount = "0    "});
   EXPECT_NE(fresh.text(0).find("GPS\\ fixes 0  0 recorded"), std::string::npos) << fresh.text(0);
-}
-
-TEST(TerminalStatus, ALineIsCutToTheTerminalWithoutSplittingACharacter) {
+  // Cut to a terminal's width, never inside a character.
   EXPECT_EQ(fitToColumns("Stn:\xc3\xa9\xc3\xa9x", 5), "Stn:\xc3\xa9");
   EXPECT_EQ(fitToColumns("short", 80), "short");
-  EXPECT_EQ(fitToColumns("", 0), "");
-}
-
-TEST(TerminalTexts, KeysAndQuestionsInPlaceOfButtonsAndDialogs) {
-  EXPECT_EQ(keysText({ButtonGroup::kMonitor}, 0), "Keys: C Create File, X Exit");
-  EXPECT_EQ(keysText({ButtonGroup::kStandBy}, 0), "Keys: G Go, L Line, N NStn, C Cmnt, X Exit");
-  EXPECT_EQ(keysText({ButtonGroup::kPause, 3}, 3), "Logging; P pauses");
-  EXPECT_EQ(keysText({ButtonGroup::kPause, 5}, 1), "Trigger to log; Space pauses");
-
-  Settings settings;
-  settings.surveyLine = u"10";
-  settings.lineIncrement = 1;
-  settings.stationIncrement = 2.5f;
-  settings.currentStation = 47.5;
-  settings.lineDirection = 2;  // North, walked back South
-  EXPECT_EQ(newLineQuestion(openNewLine(settings)),
-            "New Line 11.00 from 47.500 by -2.500, South (Alternate)?");
-  settings.startStation = 3;
-  EXPECT_EQ(newStationLabel(openNewStation(settings)), "New Station (start 3.000, last 47.500)");
 }
 
 }  // namespace
