@@ -25,6 +25,7 @@ dpkg-deb --field "$deb" Package Version Depends
 gc40_install_packages debootstrap
 suite=$(. /etc/os-release && echo "$VERSION_CODENAME")
 root=$(mktemp -d "${TMPDIR:-/tmp}/gc40-chroot.XXXXXX")
+chmod 755 "$root"  # apt in the chroot fetches as _apt
 cleanup() {
   for mount in proc dev/pts dev; do umount "$root/$mount" 2>/dev/null || true; done
   rm -rf --one-file-system "$root"
