@@ -1,7 +1,9 @@
 # Fails when a source file includes a header from a folder above its own, so
 # the folders keep depending one way: each may use only those before it.
+# APART lists pairs "a>b" of folders where a may not include from b although
+# the order would let it (the terminal front end stays off the screens' parts).
 # Run as: cmake -DROOT=src -DORDER="base;settings;..." -DFILES="a;b" -DSTAMP=path
-#               -P check_folder_order.cmake
+#               [-DAPART="a>b;..."] -P check_folder_order.cmake
 foreach(file IN LISTS FILES)
   file(RELATIVE_PATH relative "${ROOT}" "${file}")
   string(REGEX REPLACE "/.*" "" folder "${relative}")
@@ -13,6 +15,10 @@ foreach(file IN LISTS FILES)
   foreach(include IN LISTS includes)
     string(REGEX REPLACE "^[^\"]*\"([a-z_]+)/.*" "\\1" used "${include}")
     list(FIND ORDER "${used}" used_rank)
+    list(FIND APART "${folder}>${used}" apart)
+    if(NOT apart EQUAL -1)
+      message(FATAL_ERROR "${file}: '${folder}' may not include from '${used}' (${include})")
+    endif()
     if(used_rank GREATER own_rank)
       string(REPLACE ";" " < " order_text "${ORDER}")
       message(FATAL_ERROR "${file}: '${folder}' may not include from '${used}', which is above "

@@ -74,6 +74,12 @@ class ChildProcess {
     return input_ >= 0 && write(input_, text.data(), text.size()) == ssize_t(text.size());
   }
 
+  // The end of its standard input.
+  void closeInput() {
+    if (input_ >= 0) close(input_);
+    input_ = -1;
+  }
+
   std::optional<std::string> readLine(std::chrono::milliseconds timeout) {
     const auto deadline = std::chrono::steady_clock::now() + timeout;
     std::size_t end;

@@ -4,9 +4,13 @@
 
 gc40_packages=(
   cmake ninja-build g++ pkg-config
-  qt6-base-dev qt6-serialport-dev libgdal-dev
+  qt6-base-dev qt6-serialport-dev qt6-svg-dev libgdal-dev
   libgtest-dev libgmock-dev libbenchmark-dev
   locales fonts-dejavu-core
+  # the headless tests on a terminal, and the checks of what is installed
+  tmux desktop-file-utils man-db
+  # cpack -G DEB: the runtime dependencies are read from the programs
+  dpkg-dev file
 )
 
 gc40_missing_packages() {

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Static checks; exits non-zero on any finding:
-# - clang-format: every C++ file in src, tests, tools, bench, fuzz and harness is laid out as
+# - clang-format: every C++ file in src, tests, tools, bench, fuzz, harness and packaging is laid out as
 #   .clang-format says;
 # - clang-tidy: the checks .clang-tidy names, over src/ only (the tests and
 #   tools would double the time for little), with the compile commands of the
@@ -9,7 +9,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 build=${1:-build/test}
 
-find src tests tools bench fuzz harness \( -name '*.cpp' -o -name '*.h' \) -print0 |
+find src tests tools bench fuzz harness packaging \( -name '*.cpp' -o -name '*.h' \) -print0 |
   xargs -0 clang-format --dry-run --Werror
 
 if [ ! -f "$build/compile_commands.json" ]; then

@@ -83,6 +83,10 @@ bool applyFlag(std::string_view argument, CommandLine& options) {
     options.remoteControl = true;
   } else if (argument == "--list-ports") {
     options.listPorts = true;
+  } else if (argument == "--headless") {
+    options.headless = true;
+  } else if (argument == "--auto-start") {
+    options.autoStart = true;
   } else {
     return false;
   }
@@ -137,6 +141,12 @@ std::variant<CommandLine, CommandLineError> parseCommandLine(
       return CommandLineError{error + " (gc40 --help lists the options)"};
     }
   }
+  // Without a window the keys come from standard input, which --control
+  // would take; a file is started unasked only where nobody can ask.
+  if (options.autoStart && !options.headless)
+    return CommandLineError{"--auto-start goes with --headless"};
+  if (options.remoteControl && options.headless)
+    return CommandLineError{"--control drives the windows; --headless reads keys itself"};
   return options;
 }
 
@@ -144,6 +154,10 @@ std::string usageText() {
   return "Usage: gc40 [OPTION]...\n"
          "Field data logger for the GC40 ground-conductivity meter.\n"
          "\n"
+         "  --headless          no windows: log from the terminal, keys on standard input\n"
+         "                      and a status line on standard output (see man gc40)\n"
+         "  --auto-start        with --headless: create a file under its proposed name\n"
+         "                      and start logging at once\n"
          "  --storage DIR       keep settings (DIR/FLDINI) and data files (DIR/DATA40)\n"
          "                      in DIR instead of ~/GC40\n"
          "  --port COMn=PATH    use the device PATH for port COMn: in this run\n"

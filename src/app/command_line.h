@@ -24,6 +24,8 @@ struct CommandLine {
   bool simulate = false;       // the instrument is gc40-sim on a pseudo-terminal
   bool remoteControl = false;  // --control: keys from standard input, for scripted runs
   bool listPorts = false;      // --list-ports: print the port map and the adapters found
+  bool headless = false;       // no windows: keys from standard input, a status line out
+  bool autoStart = false;      // --headless: create a file and start logging at once
   bool help = false;
   bool version = false;
   // Qt's own options (-platform offscreen, -style=fusion ...), in their order,

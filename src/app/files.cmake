@@ -4,7 +4,6 @@
 list(APPEND GC40_CORE_FILES
   app/command_line.cpp app/command_line.h
   app/start_up.cpp app/start_up.h
-  app/run_start.cpp app/run_start.h
   app/main_menu.cpp app/main_menu.h
   app/title_screen_layout.cpp app/title_screen_layout.h
   app/uptime_guard.cpp app/uptime_guard.h
@@ -17,7 +16,6 @@ list(APPEND GC40_QT_FILES
   app/main_window.cpp app/main_window.h
   app/title_screen_painter.cpp app/title_screen_painter.h
   app/main_commands.cpp app/main_commands.h
-  app/simulated_instrument.cpp app/simulated_instrument.h
   app/logger_setup_dialog.cpp app/logger_setup_dialog.h
   app/gps_port_dialog.cpp app/gps_port_dialog.h
   app/survey_setup_dialog.cpp app/survey_setup_dialog.h

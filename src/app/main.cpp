@@ -1,8 +1,10 @@
 // gc40: the field data logger for the GC40 ground-conductivity meter.
 
 #include <QApplication>
+#include <QCoreApplication>
 #include <cstdlib>
 #include <iostream>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -10,14 +12,15 @@
 #include "app/command_line.h"
 #include "app/main_commands.h"
 #include "app/main_window.h"
-#include "app/simulated_instrument.h"
 #include "app/start_up.h"
 #include "base/number_text.h"
+#include "headless/headless_run.h"
 #include "logging/logging_window.h"
 #include "platform/keep_alive.h"
 #include "platform/qt_text.h"
 #include "platform/remote_control.h"
 #include "platform/serial_port_info.h"
+#include "platform/simulated_instrument.h"
 #include "platform/single_instance.h"
 #include "platform/stop_signal_watch.h"
 #include "platform/storage.h"
@@ -67,7 +70,10 @@ int runLogger(int argc, char** argv) {
   for (std::string& argument : qtArguments) qtArgv.push_back(argument.data());
   int qtArgc = static_cast<int>(qtArgv.size());
   qtArgv.push_back(nullptr);
-  QApplication application(qtArgc, qtArgv.data());
+  // Without windows no platform plugin is loaded, so no display is needed.
+  const std::unique_ptr<QCoreApplication> application =
+      options.headless ? std::make_unique<QCoreApplication>(qtArgc, qtArgv.data())
+                       : std::make_unique<QApplication>(qtArgc, qtArgv.data());
   // From here on a stop signal ends the program in order: see endOnStopSignal.
   gc40::StopSignalWatch stopSignals;
   if (std::string error; !stopSignals.start(&error)) std::cerr << "gc40: " << error << "\n";
@@ -97,6 +103,8 @@ int runLogger(int argc, char** argv) {
 
   gc40::KeepAlive keepAlive;
   keepAlive.start();
+  if (options.headless)
+    return gc40::runHeadless(context, {.autoStart = options.autoStart}, stopSignals);
   gc40::MainWindow window(context);
   gc40::MainCommands commands(window);
   QObject::connect(&instance, &gc40::SingleInstance::raiseRequested, &window,
@@ -117,7 +125,7 @@ int runLogger(int argc, char** argv) {
                      });
   }
   window.show();
-  return application.exec();
+  return QApplication::exec();
 }
 
 }  // namespace

@@ -5,10 +5,10 @@
 #include "app/export_dialog.h"
 #include "app/main_window.h"
 #include "app/run_setup_dialogs.h"
-#include "app/run_start.h"
 #include "gps/monitor_gps_window.h"
 #include "instrument/serial_ports.h"
 #include "logging/logging_window.h"
+#include "logging/run_start.h"
 #include "settings/profile_setup.h"
 #include "viewer/view_files_window.h"
 
@@ -66,14 +66,6 @@ void MainCommands::carryOut(MainCommand command) {
       return;
   }
   window_.update();
-}
-
-// In a --simulate run the ports the settings name lead to the simulator.
-void MainCommands::mapSimulatedPorts(LoggerContext& context) {
-  if (!context.simulatedInstrumentPath.empty())
-    mapSimulatedInstrument(context.simulatedInstrumentPath, context.settings, context.ports);
-  if (!context.simulatedGpsPath.empty())
-    mapSimulatedGps(context.simulatedGpsPath, context.settings, context.ports);
 }
 
 // The run start up to the instrument port; the logging screen takes it from

@@ -27,7 +27,6 @@ class MainCommands : public QObject {
  private:
   void startMonitorLog();
   void openMonitorGps();
-  static void mapSimulatedPorts(LoggerContext& context);
 
   MainWindow& window_;
   LoggingWindow* logging_ = nullptr;

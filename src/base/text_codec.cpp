@@ -84,4 +84,29 @@ std::u16string utf8ToWide(std::string_view text) {
   return wide;
 }
 
+std::string wideToUtf8(std::u16string_view text) {
+  std::string utf8;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    char32_t code = text[i];
+    const bool high = code >= 0xD800 && code <= 0xDBFF;
+    const bool pairs =
+        high && i + 1 < text.size() && text[i + 1] >= 0xDC00 && text[i + 1] <= 0xDFFF;
+    if (pairs) {
+      code = 0x10000 + ((code - 0xD800) << 10) + (text[++i] - 0xDC00);
+    } else if (code >= 0xD800 && code <= 0xDFFF) {
+      code = u'?';
+    }
+    if (code < 0x80) {
+      utf8.push_back(static_cast<char>(code));
+      continue;
+    }
+    constexpr unsigned char kLeadBits[] = {0, 0xC0, 0xE0, 0xF0};  // by the bytes that follow
+    const int extra = code < 0x800 ? 1 : code < 0x10000 ? 2 : 3;
+    utf8.push_back(static_cast<char>(kLeadBits[extra] | (code >> (6 * extra))));
+    for (int k = extra - 1; k >= 0; --k)
+      utf8.push_back(static_cast<char>(0x80 | ((code >> (6 * k)) & 0x3F)));
+  }
+  return utf8;
+}
+
 }  // namespace gc40

@@ -21,6 +21,9 @@ std::string wideToWindows1252(std::u16string_view text);
 // 8-bit form), becomes '?'.
 std::u16string utf8ToWide(std::string_view text);
 
+// Wide text to UTF-8 (the terminal's); half a surrogate pair becomes '?'.
+std::string wideToUtf8(std::u16string_view text);
+
 // At most maxUnits UTF-16 units from the start, never ending in half a pair.
 std::u16string_view leadingUnits(std::u16string_view text, std::size_t maxUnits);
 

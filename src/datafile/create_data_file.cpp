@@ -45,15 +45,9 @@ std::optional<DataFile> createDataFile(QWidget* owner, const Settings& settings,
       continue;
     }
     std::string error;
-    std::optional<DataFile> file = DataFile::createNew(*chosen, &error);
-    if (file &&
-        writeNewFileHeader(*file, settings, platform::localTimeNow(), platform::tickCount()))
-      return file;
-    if (file) {  // a file without its whole header is worth nothing: no room on the device
-      error = file->failure();
-      file.reset();
-      std::filesystem::remove(*chosen, ignored);
-    }
+    std::optional<DataFile> file = createFileWithHeader(*chosen, settings, platform::localTimeNow(),
+                                                        platform::tickCount(), &error);
+    if (file) return file;
     // Unlike a name clash this cannot be fixed by typing, but the operator
     // may pick another folder; recording into nowhere is never an option.
     showWarning(owner, QStringLiteral("Cannot create %1: %2")

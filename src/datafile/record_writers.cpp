@@ -1,5 +1,7 @@
 #include "datafile/record_writers.h"
 
+#include <system_error>
+
 #include "datafile/data_records.h"
 
 namespace gc40 {
@@ -40,6 +42,18 @@ bool writeNewFileHeader(DataFile& file, const Settings& settings, const LocalTim
                         std::uint32_t tick) {
   return writeFileHeader(file, settings) && writeLineBlock(file, settings, now) &&
          writeTimeMark(file, now, tick);
+}
+
+std::optional<DataFile> createFileWithHeader(const std::filesystem::path& path,
+                                             const Settings& settings, const LocalTime& now,
+                                             std::uint32_t tick, std::string* error) {
+  std::optional<DataFile> file = DataFile::createNew(path, error);
+  if (!file || writeNewFileHeader(*file, settings, now, tick)) return file;
+  if (error) *error = file->failure();
+  file.reset();
+  std::error_code ignored;
+  std::filesystem::remove(path, ignored);
+  return std::nullopt;
 }
 
 }  // namespace gc40

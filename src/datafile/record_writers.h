@@ -5,6 +5,9 @@
 // of the group.
 
 #include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string>
 #include <string_view>
 
 #include "base/local_time.h"
@@ -29,5 +32,11 @@ bool writeGpsRecords(DataFile& file, std::string_view sentence, std::uint32_t ti
 // block and a "*" time mark.
 bool writeNewFileHeader(DataFile& file, const Settings& settings, const LocalTime& now,
                         std::uint32_t tick);
+// A new file at `path` with its whole header, or nullopt and the system's
+// reason. A file the device could not take the header of is removed again:
+// recording into it would only fail later.
+std::optional<DataFile> createFileWithHeader(const std::filesystem::path& path,
+                                             const Settings& settings, const LocalTime& now,
+                                             std::uint32_t tick, std::string* error);
 
 }  // namespace gc40

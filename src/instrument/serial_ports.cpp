@@ -3,6 +3,7 @@
 #include <QMessageBox>
 
 #include "platform/log_categories.h"
+#include "platform/serial_access.h"
 
 namespace gc40 {
 namespace {
@@ -64,6 +65,12 @@ SerialPortOpening openSerialPort(const SerialPortTarget& target, const SerialLin
       openWithAttempts(line.openAttempts, [&] { return port->open(QIODevice::ReadWrite); });
   if (!attempt) {
     opening.failure = describe(target) + ": " + port->errorString();
+    // The usual first stumble on Linux: the user is not in the device's group.
+    if (port->error() == QSerialPort::PermissionError) {
+      if (const std::optional<DeviceAccess> access = deviceAccess(target.devicePath))
+        opening.failure +=
+            "\n" + QString::fromStdString(deviceAccessAdvice(target.devicePath, *access));
+    }
     qCDebug(lcSerial, "cannot open %s", qUtf8Printable(opening.failure));
     return opening;
   }

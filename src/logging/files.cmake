@@ -7,6 +7,7 @@ list(APPEND GC40_CORE_FILES
   logging/logging_texts.h
   logging/logging_view.h
   logging/logging_session.cpp logging/logging_session.h
+  logging/run_start.cpp logging/run_start.h
   logging/line_station_model.cpp logging/line_station_model.h
   logging/profile_scale_model.cpp logging/profile_scale_model.h
   logging/status_texts.cpp logging/status_texts.h
@@ -21,5 +22,6 @@ list(APPEND GC40_QT_FILES
   logging/profile_scale_dialog.cpp
   logging/status_panel.cpp logging/status_panel.h
   logging/profile_view.cpp logging/profile_view.h
+  logging/logging_links.cpp logging/logging_links.h
   logging/logging_window.cpp logging/logging_window.h
 )

@@ -8,9 +8,6 @@
 #include <QScopeGuard>
 
 #include "datafile/create_data_file.h"
-#include "gps/gps_reader.h"
-#include "instrument/instrument_reader.h"
-#include "instrument/port_reader.h"
 #include "instrument/serial_ports.h"
 #include "logging/command_keys.h"
 #include "logging/line_station_dialogs.h"
@@ -18,7 +15,6 @@
 #include "logging/profile_view.h"
 #include "logging/status_layout.h"
 #include "logging/status_panel.h"
-#include "platform/clock.h"
 #include "platform/log_categories.h"
 #include "platform/qt_text.h"
 #include "ui/key_codes.h"
@@ -37,12 +33,6 @@ constexpr int kButtonLeft = 2;
 constexpr QPoint kPortraitMenuAt(20, 10);
 constexpr QPoint kLandscapeMenuAt(220, 10);
 
-class MachineClock : public LoggingClock {
- public:
-  std::uint32_t tickCount() override { return platform::tickCount(); }
-  LocalTime localTime() override { return platform::localTimeNow(); }
-};
-
 }  // namespace
 
 LoggingWindow::LoggingWindow(LoggerContext& context, QWidget* mainWindow, int scale,
@@ -52,7 +42,8 @@ LoggingWindow::LoggingWindow(LoggerContext& context, QWidget* mainWindow, int sc
       scale_(scale),
       ownClock_(clock ? nullptr : std::make_unique<MachineClock>()),
       clock_(clock ? *clock : *ownClock_),
-      session_(context.settings, framer_, *this, clock_) {
+      session_(context.settings, framer_, *this, clock_),
+      links_(context, session_, framer_, clock_) {
   setObjectName(QStringLiteral("LoggingWnd"));
   setAutoFillBackground(true);
   setPalette(QPalette(Qt::white));
@@ -68,14 +59,12 @@ LoggingWindow::LoggingWindow(LoggerContext& context, QWidget* mainWindow, int sc
   profile_->setObjectName(QStringLiteral("5"));
   profile_->move(0, status_->height());
   createButtons();
-  connect(&connectionTimer_, &QTimer::timeout, this, [this] {
-    session_.onTimerTick();
-    repaintIfDue();
-  });
+  connect(&links_, &LoggingLinks::readingHandled, this, &LoggingWindow::repaintIfDue);
+  connect(&links_, &LoggingLinks::timerTicked, this, &LoggingWindow::repaintIfDue);
   hide();
 }
 
-LoggingWindow::~LoggingWindow() { closePorts(); }
+LoggingWindow::~LoggingWindow() { links_.stop(); }
 
 // When a dialog or box closes, the keys come back to this screen rather than
 // to whichever window Qt activates next. While it is up, GPS sentences are
@@ -119,30 +108,11 @@ void LoggingWindow::placeButtonRow(const std::vector<QPushButton*>& row, int wid
   }
 }
 
-// With --raw-log every byte of both ports is kept, so a problem seen in the
-// field can be replayed.
-void LoggingWindow::startRawCaptures() {
-  if (!context_.rawLogFolder) return;
-  const LocalTime now = clock_.localTime();
-  for (auto [role, capture] : {std::pair{"instrument", &capture_}, {"gps", &gpsCapture_}}) {
-    std::string error;
-    if (auto opened = RawCapture::open(*context_.rawLogFolder, role, now, &error))
-      capture->emplace(std::move(*opened));
-    else
-      qCWarning(lcSerial, "no raw capture: %s", error.c_str());
-  }
-}
-
 void LoggingWindow::startRun(std::unique_ptr<QSerialPort> instrumentPort) {
-  startRawCaptures();
-  session_.prepareRun(context_.profileTraces);
-  reader_ = new InstrumentReader(std::move(instrumentPort), framer_, recordHandlers(),
-                                 capture_ ? &*capture_ : nullptr, this);
-  reader_->start();
-  connectionTimer_.start(static_cast<int>(kConnectionTimeoutMs));
-  if (context_.settings.gpsEnabled == 1) openGpsPort();
+  if (const std::optional<QString> gpsFailure = links_.start(std::move(instrumentPort)))
+    showSerialPortFailure(this, kCannotOpenGpsPort, *gpsFailure);
   status_->showStatus(context_.settings, LoggingState::kMonitor, QString(), clock_.tickCount());
-  if (gpsReader_) {
+  if (links_.gpsRunning()) {
     const GpsStatus& gps = session_.gpsStatus();
     showGps({.activity = std::string(1, gps.gpsActivityMark),
              .fixCount = gpsFixCountText(gps.gpsFixCount)});
@@ -154,18 +124,6 @@ void LoggingWindow::startRun(std::unique_ptr<QSerialPort> instrumentPort) {
   setFocus();
 }
 
-// Every good record keeps the connection watch quiet; only the record that
-// completes a reading is shown and recorded.
-RecordHandlers LoggingWindow::recordHandlers() {
-  return {
-      .onRecord = [this](std::string_view, std::uint32_t tick) { session_.onRecordArrived(tick); },
-      .onReading =
-          [this](std::string_view record, std::uint32_t tick) {
-            session_.onReading(record, tick);
-            repaintIfDue();
-          }};
-}
-
 // Values and GPS fields change up to 60 times a second; the screen shows them
 // four times a second, which the eye follows, as each repaint costs far more
 // than the texts it draws. A reading after a quiet spell shows at once.
@@ -175,27 +133,6 @@ void LoggingWindow::repaintIfDue() {
   status_->showPending();
   profile_->showPending();
   lastRepaintTick_ = now;
-}
-
-// A GPS port that does not open leaves the run without GPS.
-void LoggingWindow::openGpsPort() {
-  SerialPortOpening opening = gc40::openGpsPort(context_.settings, context_.ports);
-  if (!opening.port) {
-    showSerialPortFailure(this, kCannotOpenGpsPort, opening.failure);
-    return;
-  }
-  gpsReader_ = new GpsReader(
-      std::move(opening.port), [this](const GpsLine& line) { session_.onGpsLine(line); },
-      gpsCapture_ ? &*gpsCapture_ : nullptr, this);
-  gpsReader_->start();
-}
-
-void LoggingWindow::closePorts() {
-  connectionTimer_.stop();
-  stopAndRelease(reader_);
-  stopAndRelease(gpsReader_);
-  capture_.reset();
-  gpsCapture_.reset();
 }
 
 bool LoggingWindow::event(QEvent* event) {
@@ -392,7 +329,7 @@ void LoggingWindow::shutDown() {
 void LoggingWindow::leave() {
   if (!openFile_.isEmpty()) qCDebug(lcFile, "closed %s", qUtf8Printable(openFile_));
   openFile_.clear();
-  closePorts();
+  links_.stop();
   hide();
   emit runEnded();
 }

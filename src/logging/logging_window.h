@@ -9,7 +9,6 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QSerialPort>
-#include <QTimer>
 #include <QWidget>
 #include <array>
 #include <memory>
@@ -17,15 +16,13 @@
 #include <vector>
 
 #include "instrument/record_framer.h"
+#include "logging/logging_links.h"
 #include "logging/logging_session.h"
 #include "logging/logging_view.h"
 #include "platform/logger_context.h"
-#include "platform/raw_capture.h"
 
 namespace gc40 {
 
-class InstrumentReader;
-class GpsReader;
 class ProfileView;
 class StatusPanel;
 
@@ -67,11 +64,7 @@ class LoggingWindow : public QWidget, private LoggingView {
   void createButtons();
   QPushButton* makeButton(int id, const char* label);
   void placeButtonRow(const std::vector<QPushButton*>& row, int width, int pitch);
-  RecordHandlers recordHandlers();
   void repaintIfDue();
-  void openGpsPort();
-  void startRawCaptures();
-  void closePorts();
   auto keysBackAfterDialog();
 
   // LoggingView
@@ -111,15 +104,11 @@ class LoggingWindow : public QWidget, private LoggingView {
   std::array<QPushButton*, 2> monitorButtons_{};
   std::array<QPushButton*, 6> standByButtons_{};
   std::array<QPushButton*, 8> pauseButtons_{};
-  QTimer connectionTimer_;
+  LoggingLinks links_;
   static constexpr std::uint32_t kRepaintGapMs = 250;  // at most four repaints a second
   std::uint32_t lastRepaintTick_ = 0;
   QPointer<QMessageBox> exitQuestion_;  // while "Exit?" is asked
-  std::optional<RawCapture> capture_;
-  std::optional<RawCapture> gpsCapture_;
-  InstrumentReader* reader_ = nullptr;
-  GpsReader* gpsReader_ = nullptr;
-  QString openFile_;  // the data file's path while one is open, for the file log
+  QString openFile_;                    // the data file's path while one is open, for the file log
   bool shuttingDown_ = false;
 };
 

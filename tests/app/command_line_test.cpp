@@ -25,11 +25,16 @@ TEST(CommandLine, OptionsInBothSpellingsAndErrorsThatNameTheArgument) {
        {Case{{"--storage"}, "--storage needs"}, Case{{"--port", "COM13=/x"}, "COM13=/x"},
         Case{{"--scale", "9"}, "'9'"}, Case{{"--help", "extra"}, "unknown option 'extra'"},
         Case{{"--version", "-platform"}, "-platform needs a value"},
-        Case{{"-plat", "offscreen"}, "unknown option '-plat'"}}) {
+        Case{{"-plat", "offscreen"}, "unknown option '-plat'"},
+        Case{{"--auto-start"}, "--auto-start goes with --headless"},
+        Case{{"--headless", "--control"}, "--headless reads keys itself"}}) {
     const auto result = parseCommandLine(bad);
     const auto* error = std::get_if<CommandLineError>(&result);
     EXPECT_TRUE(error && error->message.find(named) != std::string::npos) << named;
   }
+  const std::vector<std::string_view> headless{"--auto-start", "--simulate", "--headless"};
+  const auto cart = std::get<CommandLine>(parseCommandLine(headless));
+  EXPECT_TRUE(cart.headless && cart.autoStart && cart.simulate);
 }
 
 // An asked-for scale wins even on a small screen.

@@ -1,4 +1,4 @@
-#include "app/run_start.h"
+#include "logging/run_start.h"
 
 #include <gtest/gtest.h>
 

@@ -49,5 +49,12 @@ TEST(TextCodec, EightBitTextRoundTripsAndTheRestBecomesQuestionMarks) {
   EXPECT_EQ(leadingUnits(u"ab\U0001F600", 4), u"ab\U0001F600");
 }
 
+// Every width of UTF-8 character, a pair, and half of one.
+TEST(TextCodec, WideTextToUtf8) {
+  EXPECT_EQ(wideToUtf8(u"a\u00e9\u20ac\U0001F600"), "a\xc3\xa9\xe2\x82\xac\xf0\x9f\x98\x80");
+  EXPECT_EQ(wideToUtf8(u"x\xd800y\xdc00"), "x?y?");
+  EXPECT_EQ(utf8ToWide(wideToUtf8(u"LINE \u00c5\u0144 7")), u"LINE \u00c5\u0144 7");
+}
+
 }  // namespace
 }  // namespace gc40

@@ -17,6 +17,7 @@
 #include "e2e/whole_run.h"
 #include "harness/child_process.h"
 #include "harness/temp_folder.h"
+#include "support/file_shape.h"
 #include "support/gps_printing.h"
 #include "survey/survey_lines.h"
 
@@ -24,24 +25,11 @@ namespace gc40 {
 namespace {
 
 using namespace std::chrono_literals;
+using testing::countRecords;
+using testing::shapeOf;
 namespace fs = std::filesystem;
 
 constexpr int kCyclesPerReading = 2;  // Auto mode at the default 5 readings a second
-
-// One letter per record (one 'T' for a stretch of readings and GPS sentences,
-// '(' letter and text ')' for a note or comment), so the run's shape reads as
-// one string.
-std::string shapeOf(const DataFileContents& contents) {
-  std::string shape;
-  for (const FileRecord& record : contents.records) {
-    const char letter = "GHLBAZTS*?T"[record.value.index()];
-    if (const auto* text = std::get_if<TextRecord>(&record.value))
-      shape += std::string("(") + text->typeLetter + text->text + ")";
-    else if (shape.empty() || letter != 'T' || shape.back() != 'T')
-      shape += letter;
-  }
-  return shape;
-}
 
 // Each stretch of logging holds every second record of the simulator's
 // count, none lost or doubled, with ticks that never go back.

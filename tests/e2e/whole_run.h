@@ -18,20 +18,12 @@
 #include "datafile/data_file_reader.h"
 #include "harness/child_process.h"
 #include "harness/temp_folder.h"
+#include "support/file_shape.h"
 #include "support/settings_listing.h"
 
 namespace gc40 {
 
 inline const std::string kLoggingScreen = "LoggingWnd";
-
-// The readings in a file, or the notes that say `text`.
-inline std::size_t countRecords(const DataFileContents& contents, const std::string& text = "") {
-  return std::count_if(contents.records.begin(), contents.records.end(), [&](const FileRecord& r) {
-    const auto* note = std::get_if<TextRecord>(&r.value);
-    return text.empty() ? std::holds_alternative<ReadingRecord>(r.value)
-                        : note && note->text == text;
-  });
-}
 
 class WholeRun : public ::testing::Test {
  protected:
@@ -114,7 +106,7 @@ class WholeRun : public ::testing::Test {
 
   bool waitForRecords(std::size_t count, const std::string& text = "") {
     for (int i = 0; i < 500; ++i, std::this_thread::sleep_for(std::chrono::milliseconds(20)))
-      if (countRecords(file(), text) >= count) return true;
+      if (testing::countRecords(file(), text) >= count) return true;
     ADD_FAILURE() << "the file never held " << count << " records " << text;
     return false;
   }

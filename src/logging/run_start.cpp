@@ -1,4 +1,4 @@
-#include "app/run_start.h"
+#include "logging/run_start.h"
 
 namespace gc40 {
 namespace {
@@ -21,6 +21,13 @@ void mapSimulatedInstrument(const std::string& devicePath, const Settings& setti
 
 void mapSimulatedGps(const std::string& devicePath, const Settings& settings, PortMap& ports) {
   if (settings.gpsPort != settings.instrumentPort) mapPort(settings.gpsPort, devicePath, ports);
+}
+
+void mapSimulatedPorts(LoggerContext& context) {
+  if (!context.simulatedInstrumentPath.empty())
+    mapSimulatedInstrument(context.simulatedInstrumentPath, context.settings, context.ports);
+  if (!context.simulatedGpsPath.empty())
+    mapSimulatedGps(context.simulatedGpsPath, context.settings, context.ports);
 }
 
 }  // namespace gc40

@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "platform/logger_context.h"
 #include "platform/port_map.h"
 #include "settings/settings.h"
 
@@ -23,5 +24,9 @@ void mapSimulatedInstrument(const std::string& devicePath, const Settings& setti
 // instrument port: with GPS on that pair is refused anyway, and with GPS off
 // the instrument must still be found there.
 void mapSimulatedGps(const std::string& devicePath, const Settings& settings, PortMap& ports);
+
+// In a --simulate run the ports the settings name lead to the simulator;
+// otherwise nothing changes.
+void mapSimulatedPorts(LoggerContext& context);
 
 }  // namespace gc40

@@ -1,4 +1,4 @@
-#include "app/simulated_instrument.h"
+#include "platform/simulated_instrument.h"
 
 #include <sys/prctl.h>
 

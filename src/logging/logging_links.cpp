@@ -1,0 +1,77 @@
+#include "logging/logging_links.h"
+
+#include "gps/gps_reader.h"
+#include "instrument/instrument_reader.h"
+#include "instrument/port_reader.h"
+#include "instrument/serial_ports.h"
+#include "platform/clock.h"
+#include "platform/log_categories.h"
+
+namespace gc40 {
+
+std::uint32_t MachineClock::tickCount() { return platform::tickCount(); }
+LocalTime MachineClock::localTime() { return platform::localTimeNow(); }
+
+LoggingLinks::LoggingLinks(LoggerContext& context, LoggingSession& session, RecordFramer& framer,
+                           LoggingClock& clock, QObject* parent)
+    : QObject(parent), context_(context), session_(session), framer_(framer), clock_(clock) {
+  connect(&connectionTimer_, &QTimer::timeout, this, [this] {
+    session_.onTimerTick();
+    emit timerTicked();
+  });
+}
+
+LoggingLinks::~LoggingLinks() { stop(); }
+
+// With --raw-log every byte of both ports is kept, so a problem seen in the
+// field can be replayed.
+void LoggingLinks::startRawCaptures() {
+  if (!context_.rawLogFolder) return;
+  const LocalTime now = clock_.localTime();
+  for (auto [role, capture] : {std::pair{"instrument", &capture_}, {"gps", &gpsCapture_}}) {
+    std::string error;
+    if (auto opened = RawCapture::open(*context_.rawLogFolder, role, now, &error))
+      capture->emplace(std::move(*opened));
+    else
+      qCWarning(lcSerial, "no raw capture: %s", error.c_str());
+  }
+}
+
+std::optional<QString> LoggingLinks::start(std::unique_ptr<QSerialPort> instrumentPort) {
+  startRawCaptures();
+  session_.prepareRun(context_.profileTraces);
+  reader_ = new InstrumentReader(std::move(instrumentPort), framer_, recordHandlers(),
+                                 capture_ ? &*capture_ : nullptr, this);
+  reader_->start();
+  connectionTimer_.start(static_cast<int>(kConnectionTimeoutMs));
+  if (context_.settings.gpsEnabled != 1) return std::nullopt;
+  SerialPortOpening opening = openGpsPort(context_.settings, context_.ports);
+  if (!opening.port) return opening.failure;
+  gpsReader_ = new GpsReader(
+      std::move(opening.port), [this](const GpsLine& line) { session_.onGpsLine(line); },
+      gpsCapture_ ? &*gpsCapture_ : nullptr, this);
+  gpsReader_->start();
+  return std::nullopt;
+}
+
+// Every good record keeps the connection watch quiet; only the record that
+// completes a reading is shown and recorded.
+RecordHandlers LoggingLinks::recordHandlers() {
+  return {
+      .onRecord = [this](std::string_view, std::uint32_t tick) { session_.onRecordArrived(tick); },
+      .onReading =
+          [this](std::string_view record, std::uint32_t tick) {
+            session_.onReading(record, tick);
+            emit readingHandled();
+          }};
+}
+
+void LoggingLinks::stop() {
+  connectionTimer_.stop();
+  stopAndRelease(reader_);
+  stopAndRelease(gpsReader_);
+  capture_.reset();
+  gpsCapture_.reset();
+}
+
+}  // namespace gc40
