@@ -4,7 +4,6 @@
 #include <QPaintEvent>
 #include <QPainter>
 #include <algorithm>
-#include <cstring>
 
 #include "platform/qt_text.h"
 #include "settings/setting_choices.h"
@@ -24,15 +23,6 @@ constexpr int kFarOff = 1 << 16;
 
 int screenWidth(std::int32_t portraitScreen) { return layoutSize(portraitScreen == 1).width; }
 
-// Moves the first `kept` columns of each row of `image` `shift` columns to the left.
-void shiftLeft(QImage& image, int shift, int kept) {
-  constexpr int kBytesPerPixel = 4;  // RGB32
-  for (int row = 0; row < image.height(); ++row) {
-    uchar* line = image.scanLine(row);
-    std::memmove(line, line + shift * kBytesPerPixel, std::size_t(kept) * kBytesPerPixel);
-  }
-}
-
 }  // namespace
 
 ProfileView::ProfileView(const Settings& settings, const ProfileTraces& traces, int scale,
@@ -51,8 +41,9 @@ void ProfileView::restart() {
   plotWidth_ = profilePlotWidth(settings_.portraitScreen);
   plotHeight_ = std::clamp(settings_.plotHeight, 1, kMaxPlotHeight);
   setFixedSize(screenWidth(settings_.portraitScreen) * scale_, (plotHeight_ + 1) * scale_);
-  picture_ = QImage(plotWidth_ + kAxisGap, plotHeight_ + 1, QImage::Format_RGB32);
-  picture_.fill(Qt::white);
+  ring_ = QImage(plotWidth_ + kAxisGap, plotHeight_ + 1, QImage::Format_RGB32);
+  ring_.fill(Qt::white);
+  origin_ = 0;
   grid_ = profileGrid(settings_);
   const int right = plotWidth_ + kAxisGap;
   drawGreyLine(grid_.zeroY, grid_.zeroLineWidth, 0, right);
@@ -69,14 +60,35 @@ void ProfileView::addReading(const FiledValues& filed, std::int32_t readingsAtSt
       addReadingToProfile(state_, filed, readingsAtStation, traces_, settings_, traceContinues);
   if (step.scroll) scroll();
   if (step.strokes.empty()) return;
-  QPainter painter(&picture_);
+  QPainter painter(&ring_);
   for (const TraceStroke& stroke : step.strokes) pending_ += drawStroke(painter, stroke);
+}
+
+QImage ProfileView::picture() const {
+  QImage picture(ring_.size(), ring_.format());
+  QPainter painter(&picture);
+  inPieces(picture.rect(), [&](const QRect& area, int shift) {
+    painter.drawImage(area.topLeft(), ring_, area.translated(shift, 0));
+  });
+  return picture;
+}
+
+// Calls draw(part, shift) for each part of `area` (picture columns) that lies
+// in one stretch of the ring, where ring column = picture column + shift.
+template <typename Draw>
+void ProfileView::inPieces(const QRect& area, Draw draw) const {
+  const int width = ring_.width();
+  const QRect inside = area & ring_.rect();
+  const QRect beforeSeam = inside & QRect(0, 0, width - origin_, ring_.height());
+  const QRect afterSeam = inside & QRect(width - origin_, 0, origin_, ring_.height());
+  if (!beforeSeam.isEmpty()) draw(beforeSeam, origin_);
+  if (!afterSeam.isEmpty()) draw(afterSeam, origin_ - width);
 }
 
 // The screen moves its own pixels for the scrolls, so only the newest
 // columns and the strokes are drawn again.
 void ProfileView::showPending() {
-  if (pendingScroll_ > 0) QWidget::scroll(-pendingScroll_ * scale_, 0, onScreen(picture_.rect()));
+  if (pendingScroll_ > 0) QWidget::scroll(-pendingScroll_ * scale_, 0, onScreen(ring_.rect()));
   for (const QRect& area : pending_) update(onScreen(area));
   pendingScroll_ = 0;
   pending_ = QRegion();
@@ -84,7 +96,7 @@ void ProfileView::showPending() {
 
 // `area` of the picture (layout pixels) in widget pixels.
 QRect ProfileView::onScreen(const QRect& area) const {
-  const QRect inside = area & picture_.rect();
+  const QRect inside = area & ring_.rect();
   return QRect(inside.topLeft() * scale_, inside.size() * scale_);
 }
 
@@ -97,17 +109,18 @@ void ProfileView::drawGreyLine(int y, int lineWidth, int fromX, int toX) {
 
 // Straight into the pixels: a painter per grid line costs more than the line.
 void ProfileView::fillPicture(const QRect& area, QRgb colour) {
-  const QRect inside = area & picture_.rect();
-  for (int y = inside.top(); y <= inside.bottom(); ++y) {
-    auto* line = reinterpret_cast<QRgb*>(picture_.scanLine(y));
-    std::fill(line + inside.left(), line + inside.right() + 1, colour);
-  }
+  inPieces(area, [&](const QRect& part, int shift) {
+    for (int y = part.top(); y <= part.bottom(); ++y) {
+      auto* line = reinterpret_cast<QRgb*>(ring_.scanLine(y)) + shift;
+      std::fill(line + part.left(), line + part.right() + 1, colour);
+    }
+  });
 }
 
 // Two columns to the left; the newest three columns blank again but for the
 // zero line and the grid.
 void ProfileView::scroll() {
-  shiftLeft(picture_, kProfileScrollPixels, plotWidth_ - 1);
+  origin_ = (origin_ + kProfileScrollPixels) % ring_.width();
   const QRect newest(plotWidth_ - 1, 0, 3, plotHeight_ + 1);
   fillPicture(newest, qRgb(255, 255, 255));
   drawGreyLine(grid_.zeroY, grid_.zeroLineWidth, plotWidth_ - 1, plotWidth_ + 1);
@@ -130,13 +143,20 @@ QRect ProfileView::drawStroke(QPainter& painter, const TraceStroke& stroke) {
   const QPoint newest(plotWidth_, drawable(stroke.y));
   const QPoint from =
       stroke.joined ? QPoint(plotWidth_ - kProfileScrollPixels, drawable(stroke.fromY)) : newest;
-  if (stroke.joined) {
-    painter.drawLine(from, newest);
-  } else {
-    painter.drawPoint(newest);
-  }
   const int reach = pen.width();  // round caps and rounding reach no further
-  return QRect(from, newest).normalized().adjusted(-reach, -reach, reach, reach);
+  const QRect touched = QRect(from, newest).normalized().adjusted(-reach, -reach, reach, reach);
+  // Each stretch of the ring gets the stroke clipped to its own columns, so
+  // nothing past the picture's right edge comes round to its left.
+  inPieces(touched, [&](const QRect& part, int shift) {
+    painter.setTransform(QTransform::fromTranslate(shift, 0));
+    painter.setClipRect(part);
+    if (stroke.joined) {
+      painter.drawLine(from, newest);
+    } else {
+      painter.drawPoint(newest);
+    }
+  });
+  return touched;
 }
 
 // The picture is enlarged where asked only: whole blocks of scale by scale
@@ -145,10 +165,11 @@ void ProfileView::paintEvent(QPaintEvent* event) {
   QPainter painter(this);
   for (const QRect& asked : event->region()) {
     const QRect from(asked.topLeft() / scale_, asked.bottomRight() / scale_);
-    const QRect inside = from & picture_.rect();
-    if (!inside.isEmpty()) painter.drawImage(onScreen(inside), picture_, inside);
+    inPieces(from, [&](const QRect& part, int shift) {
+      painter.drawImage(onScreen(part), ring_, part.translated(shift, 0));
+    });
   }
-  const QRect plot = onScreen(picture_.rect());
+  const QRect plot = onScreen(ring_.rect());
   const QRect besidePlot(plot.width(), 0, width() - plot.width(), height());
   // A new reading repaints the plot alone; the labels' texts need no new layout then.
   if (!event->region().intersects(besidePlot)) return;
@@ -163,7 +184,7 @@ void ProfileView::drawLabels(QPainter& painter) {
   const ScaleLabelStyles styles = scaleLabelStyles(traces_, settings_);
   const QFontMetrics metrics(font());
   const int lineHeight = metrics.height();
-  const int x = (picture_.width() + 1 + kLabelGap) * scale_;
+  const int x = (ring_.width() + 1 + kLabelGap) * scale_;
   const int bottom = plotHeight_ * scale_ - lineHeight - scale_;
   const int shown = int(styles.conductivity.shown) + int(styles.inphase.shown);
   int row = 0;

@@ -39,7 +39,7 @@ class ProfileView : public QWidget {
   void showPending();
 
   // The plot in layout pixels: plot width + 2 by plotHeight + 1.
-  const QImage& picture() const { return picture_; }
+  QImage picture() const;
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -47,6 +47,8 @@ class ProfileView : public QWidget {
  private:
   void drawGreyLine(int y, int lineWidth, int fromX, int toX);
   void fillPicture(const QRect& area, QRgb colour);
+  template <typename Draw>
+  void inPieces(const QRect& area, Draw draw) const;
   void scroll();
   QRect drawStroke(QPainter& painter, const TraceStroke& stroke);
   QRect onScreen(const QRect& area) const;
@@ -59,7 +61,10 @@ class ProfileView : public QWidget {
   int plotHeight_ = 0;
   ProfileGrid grid_;
   ProfileState state_;
-  QImage picture_;
+  // The picture as a ring of columns: a scroll moves where it starts (the
+  // column of ring_ that holds the picture's first), not its pixels.
+  QImage ring_;
+  int origin_ = 0;
   // What changed since the screen last caught up: columns scrolled, and the
   // parts of the picture drawn (where they are after those scrolls).
   int pendingScroll_ = 0;
