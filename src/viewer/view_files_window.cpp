@@ -1,5 +1,6 @@
 #include "viewer/view_files_window.h"
 
+#include <QComboBox>
 #include <QFileDialog>
 #include <QKeyEvent>
 #include <QLabel>
@@ -9,12 +10,15 @@
 #include <QScopeGuard>
 #include <QTimer>
 
+#include "map/map_texts.h"
 #include "platform/qt_text.h"
 #include "ui/key_codes.h"
 #include "ui/screen_layout.h"
 #include "viewer/line_index_store.h"
 #include "viewer/line_view.h"
 #include "viewer/survey_file_loader.h"
+#include "viewer/survey_map.h"
+#include "viewer/survey_pictures.h"
 #include "viewer/view_curve.h"
 #include "viewer/viewer_keys.h"
 #include "viewer/viewer_texts.h"
@@ -28,6 +32,15 @@ constexpr int kHeaderRows = 3;
 constexpr int kReadoutRows = 3;  // station and place; conductivities; inphases
 constexpr int kFontPixels = 11;
 constexpr char kCaption[] = "View Files";
+constexpr int kValueComboWidth = 46;
+constexpr int kLimitsComboWidth = 66;
+
+QComboBox* makeCombo(QWidget* parent, const char* name) {
+  auto* combo = new QComboBox(parent);
+  combo->setObjectName(QString::fromLatin1(name));
+  combo->setFocusPolicy(Qt::NoFocus);  // the screen keeps every key
+  return combo;
+}
 
 }  // namespace
 
@@ -57,13 +70,18 @@ void ViewFilesWindow::createControls() {
           &ViewFilesWindow::chooseFile);
   connect(makeScreenButton(listPage_, kViewLineId, "&View"), &QPushButton::clicked, this,
           [this] { viewLine(lines_->currentRow()); });
+  connect(makeScreenButton(listPage_, kViewMapId, "&Map"), &QPushButton::clicked, this,
+          &ViewFilesWindow::showMap);
   connect(makeScreenButton(listPage_, kViewExitId, "E&xit"), &QPushButton::clicked, this,
           &ViewFilesWindow::leave);
 
   curvePage_ = new QWidget(this);
   lineLabel_ = new QLabel(curvePage_);
   curve_ = new ViewCurve(scale_, curvePage_);
-  curve_->onBarMoved([this] { showReadout(); });
+  curve_->onBarMoved([this] {
+    showReadout();
+    updateMap();
+  });
   stationLabel_ = new QLabel(curvePage_);
   positionLabel_ = new QLabel(curvePage_);
   for (std::size_t trace = 0; trace < valueLabels_.size(); ++trace) {
@@ -72,7 +90,42 @@ void ViewFilesWindow::createControls() {
   }
   connect(makeScreenButton(curvePage_, kViewLinesId, "&Lines"), &QPushButton::clicked, this,
           &ViewFilesWindow::showList);
+  connect(makeScreenButton(curvePage_, kViewCurveMapId, "&Map"), &QPushButton::clicked, this,
+          &ViewFilesWindow::showMap);
+  connect(makeScreenButton(curvePage_, kViewCurvePictureId, "&Picture"), &QPushButton::clicked,
+          this, &ViewFilesWindow::savePicture);
   connect(makeScreenButton(curvePage_, kViewCurveExitId, "E&xit"), &QPushButton::clicked, this,
+          &ViewFilesWindow::leave);
+
+  mapPage_ = new QWidget(this);
+  valueCombo_ = makeCombo(mapPage_, "mapValue");
+  for (const std::string_view name : kMapValueNames) valueCombo_->addItem(qText(name));
+  connect(valueCombo_, &QComboBox::activated, this, [this](int index) {
+    chooseValue(static_cast<std::size_t>(index));
+    takeKeys();
+  });
+  limitsCombo_ = makeCombo(mapPage_, "mapLimits");
+  for (const std::string_view name : kLimitsChoices) limitsCombo_->addItem(qText(name));
+  connect(limitsCombo_, &QComboBox::activated, this, [this] {
+    updateMap();
+    takeKeys();
+  });
+  placeLabel_ = new QLabel(mapPage_);
+  placeLabel_->setObjectName(QStringLiteral("mapPlace"));
+  map_ = new SurveyMap(scale_, mapPage_);
+  map_->onTapped([this](std::uint32_t reading) { onMapTapped(reading); });
+  connect(makeScreenButton(mapPage_, kViewMapLinesId, "&Lines"), &QPushButton::clicked, this,
+          &ViewFilesWindow::showList);
+  QPushButton* back = makeScreenButton(mapPage_, kViewMapBackId, "&Map");
+  back->setCheckable(true);
+  back->setChecked(true);
+  connect(back, &QPushButton::clicked, this, [this, back] {
+    back->setChecked(true);
+    leaveMap();
+  });
+  connect(makeScreenButton(mapPage_, kViewMapPictureId, "&Picture"), &QPushButton::clicked, this,
+          &ViewFilesWindow::savePicture);
+  connect(makeScreenButton(mapPage_, kViewMapExitId, "E&xit"), &QPushButton::clicked, this,
           &ViewFilesWindow::leave);
 }
 
@@ -80,7 +133,7 @@ void ViewFilesWindow::createControls() {
 void ViewFilesWindow::placeControls() {
   const ScreenLayout layout(*this, context_.settings.portraitScreen, scale_);
   const int inner = layout.innerWidth();
-  for (QWidget* page : {listPage_, curvePage_})
+  for (QWidget* page : {listPage_, curvePage_, mapPage_})
     layout.place(page, 0, 0, layout.size().width, layout.size().height);
   const auto placeButtons = [&layout](QWidget* page, std::initializer_list<int> ids) {
     int index = 0;
@@ -94,7 +147,7 @@ void ViewFilesWindow::placeControls() {
   layout.place(headerLabel_, kScreenMargin, headerTop, inner, kHeaderRows * kRowHeight);
   const int listTop = headerTop + kHeaderRows * kRowHeight + kScreenGap;
   layout.place(lines_, kScreenMargin, listTop, inner, layout.buttonRowTop() - kScreenGap - listTop);
-  placeButtons(listPage_, {kViewOpenId, kViewLineId, kViewExitId});
+  placeButtons(listPage_, {kViewOpenId, kViewLineId, kViewMapId, kViewExitId});
 
   layout.place(lineLabel_, kScreenMargin, kScreenMargin, inner, kRowHeight);
   const int curveTop = kScreenMargin + kRowHeight;
@@ -110,7 +163,19 @@ void ViewFilesWindow::placeControls() {
   placeReadout(positionLabel_, 1, 0);
   for (std::size_t trace = 0; trace < valueLabels_.size(); ++trace)
     placeReadout(valueLabels_[trace], static_cast<int>(trace % 2), 1 + static_cast<int>(trace / 2));
-  placeButtons(curvePage_, {kViewLinesId, kViewCurveExitId});
+  placeButtons(curvePage_, {kViewLinesId, kViewCurveMapId, kViewCurvePictureId, kViewCurveExitId});
+
+  // The map: its value and limits over it, the line and station marked on it.
+  layout.place(valueCombo_, kScreenMargin, kScreenMargin, kValueComboWidth, kRowHeight + 2);
+  layout.place(limitsCombo_, kScreenMargin + kValueComboWidth + kScreenGap, kScreenMargin,
+               kLimitsComboWidth, kRowHeight + 2);
+  const int placeLeft = kScreenMargin + kValueComboWidth + kLimitsComboWidth + 2 * kScreenGap;
+  layout.place(placeLabel_, placeLeft, kScreenMargin, inner + kScreenMargin - placeLeft,
+               kRowHeight + 2);
+  const int mapTop = kScreenMargin + kRowHeight + 2 + kScreenGap;
+  map_->setLayoutSize(layout.size().width, layout.buttonRowTop() - kScreenGap - mapTop);
+  map_->move(0, mapTop * scale_);
+  placeButtons(mapPage_, {kViewMapLinesId, kViewMapBackId, kViewMapPictureId, kViewMapExitId});
 }
 
 void ViewFilesWindow::showOverMainWindow() {
@@ -154,7 +219,7 @@ bool ViewFilesWindow::openFile(const std::filesystem::path& path) {
   // whatever had the focus when the file dialog closed.
   takeKeys();
   typedAhead_.emplace();
-  LoadResult loaded = loadSurveyFile(path, this);
+  LoadResult loaded = loadSurveyFile(path, PositionOptions{}, this);
   const auto replay = qScopeGuard([this] { replayTypedAhead(); });
   takeKeys();
   if (const auto* failure = std::get_if<LoadFailure>(&loaded)) {
@@ -162,7 +227,15 @@ bool ViewFilesWindow::openFile(const std::filesystem::path& path) {
     return false;
   }
   if (std::holds_alternative<LoadCancelled>(loaded)) return false;
-  file_ = std::move(std::get<SurveyFile>(loaded));
+  ViewedFile& viewed = std::get<ViewedFile>(loaded);
+  file_ = std::move(viewed.survey);
+  mapReadings_ = std::move(viewed.map);
+  percentiles_ = {};
+  const bool horizontal = file_->identification && file_->identification->dipoleMode == 1;
+  mapValue_ = valueShown(mapReadings_, horizontal ? 1 : 0);
+  map_->showReadings(&mapReadings_);
+  curveLine_.reset();
+  path_ = path;
   fileName_ = qText(path.filename().string());
   listLines();
   showList();
@@ -187,6 +260,13 @@ void ViewFilesWindow::listLines() {
 }
 
 bool ViewFilesWindow::viewLine(int index) {
+  if (!loadLine(index)) return false;
+  showPage(curvePage_);
+  return true;
+}
+
+// The line's stations go through the line index files, as they always have.
+bool ViewFilesWindow::loadLine(int index) {
   if (!file_ || index < 0 || static_cast<std::size_t>(index) >= file_->lines.size()) return false;
   const SurveyLine& line = file_->lines[static_cast<std::size_t>(index)];
   auto stored = storeAndReloadLineIndex(context_.storage.settingsFolder(), line.stations);
@@ -198,11 +278,119 @@ bool ViewFilesWindow::viewLine(int index) {
       context_.settings, recordingSettings(file_->identification), curve_->plotHeight());
   const std::string summary = lineSummary(line);
   lineLabel_->setText(qText(summary.substr(0, summary.find('\n'))));
+  curveLine_ = index;
   curve_->showLine(std::move(std::get<std::vector<StationEntry>>(stored)), drawn);
-  listPage_->hide();
-  curvePage_->show();
-  takeKeys();
   return true;
+}
+
+void ViewFilesWindow::showPage(QWidget* page) {
+  for (QWidget* other : {listPage_, curvePage_, mapPage_})
+    if (other != page) other->hide();
+  page->show();
+  takeKeys();
+}
+
+void ViewFilesWindow::showMap() {
+  if (!file_ || mapPage_->isVisible()) return;
+  pageBeforeMap_ = curvePage_->isVisible() ? curvePage_ : listPage_;
+  updateMap();
+  showPage(mapPage_);
+}
+
+void ViewFilesWindow::leaveMap() { showPage(pageBeforeMap_ ? pageBeforeMap_ : listPage_); }
+
+void ViewFilesWindow::chooseValue(std::size_t value) {
+  mapValue_ = value;
+  updateMap();
+}
+
+// The map follows the list, the profile's bar and the choices over it.
+void ViewFilesWindow::updateMap() {
+  if (!file_) return;
+  const auto limitsFrom = static_cast<LimitsFrom>(limitsCombo_->currentIndex());
+  if (!percentiles_[mapValue_]) percentiles_[mapValue_] = percentileLimits(mapReadings_, mapValue_);
+  const std::optional<ColourLimits>& percentiles = *percentiles_[mapValue_];
+  MapScene scene;
+  scene.value = mapValue_;
+  const bool hasLimits = limitsFrom == LimitsFrom::kProfileScales || percentiles.has_value();
+  if (limitsFrom == LimitsFrom::kProfileScales)
+    scene.limits = scaleLimits(context_.settings, mapValue_);
+  else if (percentiles)
+    scene.limits = *percentiles;
+  const int row = lines_->currentRow();
+  const std::string* lineName = nullptr;
+  if (row >= 0 && static_cast<std::size_t>(row) < file_->lines.size()) {
+    scene.selectedLine = static_cast<std::uint32_t>(row);
+    lineName = &file_->lines[static_cast<std::size_t>(row)].name;
+  }
+  std::optional<double> station;
+  if (curveLine_ && curveLine_ == row && !curve_->stations().empty()) {
+    scene.marker = MapStation{static_cast<std::uint32_t>(*curveLine_),
+                              static_cast<std::uint32_t>(curve_->bar())};
+    station = curve_->stations()[curve_->bar()].station;
+  }
+  valueCombo_->setCurrentIndex(static_cast<int>(mapValue_));
+  placeLabel_->setText(qText(mapPlaceText(lineName, station)));
+  map_->setScene(scene, hasLimits);
+}
+
+// A tapped dot chooses its line in the list and its station under the bar.
+void ViewFilesWindow::onMapTapped(std::uint32_t reading) {
+  const MapReading& tapped = mapReadings_.readings.at(reading);
+  const int line = static_cast<int>(tapped.line);
+  lines_->setCurrentRow(line);
+  if (curveLine_ != line && !loadLine(line)) return;
+  curve_->putBar(tapped.station);
+  updateMap();
+}
+
+std::optional<std::filesystem::path> ViewFilesWindow::savePicture() {
+  if (!file_) return std::nullopt;
+  const LayoutSize layout = layoutSize(context_.settings.portraitScreen == 1);
+  const std::string base = path_.stem().string();
+  const std::string fileName = path_.filename().string();
+  QImage picture;
+  std::string stem;
+  if (mapPage_->isVisible()) {
+    const auto limitsFrom = static_cast<LimitsFrom>(limitsCombo_->currentIndex());
+    picture = mapPicture({.paint = {.map = &mapReadings_,
+                                    .scene = map_->scene(),
+                                    .hasLimits = map_->hasLimits(),
+                                    .view = map_->view()},
+                          .title = mapPictureTitle(fileName, mapValue_, limitsFrom,
+                                                   placeLabel_->text().toStdString())},
+                         layout, kPictureScale);
+    stem = mapPictureStem(base, mapValue_);
+  } else if (curvePage_->isVisible() && curveLine_) {
+    const SurveyLine& line = file_->lines[static_cast<std::size_t>(*curveLine_)];
+    picture = profilePicture({.stations = &curve_->stations(),
+                              .first = curve_->firstShown(),
+                              .columns = curve_->columns(),
+                              .today = context_.settings,
+                              .recorded = recordingSettings(file_->identification),
+                              .title = profilePictureTitle(fileName, line)},
+                             layout, kPictureScale);
+    stem = profilePictureStem(base, line.name);
+  } else {
+    return std::nullopt;
+  }
+  const std::filesystem::path path =
+      freePicturePath(path_.parent_path(), stem, [](const std::filesystem::path& candidate) {
+        std::error_code ignored;
+        return std::filesystem::exists(candidate, ignored);
+      });
+  if (const std::optional<std::string> error = gc40::savePicture(picture, path)) {
+    warn(qText(*error));
+    return std::nullopt;
+  }
+  {
+    QMessageBox box(QMessageBox::Information, QString::fromLatin1(kCaption),
+                    QStringLiteral("Picture saved as\n") + qText(path.string()), QMessageBox::Ok,
+                    this);
+    box.exec();
+  }
+  takeKeys();
+  return path;
 }
 
 void ViewFilesWindow::showReadout() {
@@ -222,11 +410,7 @@ QString ViewFilesWindow::readout() const {
   return texts.join(" | ");
 }
 
-void ViewFilesWindow::showList() {
-  curvePage_->hide();
-  listPage_->show();
-  takeKeys();
-}
+void ViewFilesWindow::showList() { showPage(listPage_); }
 
 // A closed dialog leaves no window active: the screen asks for the keys back.
 void ViewFilesWindow::takeKeys() {
@@ -265,7 +449,9 @@ void ViewFilesWindow::replayTypedAhead() {
 }
 
 void ViewFilesWindow::onKey(int keyCode) {
-  const ViewerPage page = curvePage_->isVisible() ? ViewerPage::kProfile : ViewerPage::kLineList;
+  const ViewerPage page = mapPage_->isVisible()     ? ViewerPage::kMap
+                          : curvePage_->isVisible() ? ViewerPage::kProfile
+                                                    : ViewerPage::kLineList;
   const ViewerKeyCommand command = viewerKeyCommand(page, keyCode);
   switch (command.action) {
     case ViewerAction::kNone:
@@ -285,6 +471,17 @@ void ViewFilesWindow::onKey(int keyCode) {
     case ViewerAction::kViewLine:
       viewLine(lines_->currentRow());
       return;
+    case ViewerAction::kShowMap:
+      return showMap();
+    case ViewerAction::kLeaveMap:
+      return leaveMap();
+    case ViewerAction::kSavePicture:
+      savePicture();
+      return;
+    case ViewerAction::kChooseValue:
+      return chooseValue(command.value);
+    case ViewerAction::kMoveMap:
+      return map_->moveView(command.mapMove);
   }
 }
 
