@@ -1,5 +1,6 @@
-# The top of the program: start-up, the main window and its menu commands, and
-# the four setup dialogs. Nothing else includes from here.
+# The top of the program: start-up, the main window and its menu commands, the
+# four setup dialogs, and View Files' export dialog (the screens do not link
+# the export library). Nothing else includes from here.
 list(APPEND GC40_CORE_FILES
   app/command_line.cpp app/command_line.h
   app/start_up.cpp app/start_up.h
@@ -23,4 +24,6 @@ list(APPEND GC40_QT_FILES
   app/display_options_dialog.cpp app/display_options_dialog.h
   app/colour_button.cpp app/colour_button.h
   app/run_setup_dialogs.h
+  app/export_dialog.cpp app/export_dialog.h
+  app/export_run.cpp app/export_run.h
 )

@@ -2,6 +2,7 @@
 
 #include <QMessageBox>
 
+#include "app/export_dialog.h"
 #include "app/main_window.h"
 #include "app/run_setup_dialogs.h"
 #include "app/run_start.h"
@@ -34,6 +35,9 @@ MainCommands::MainCommands(MainWindow& window)
           [this] { runDisplayOptions(logging_, window_.context()); });
   connect(monitorGps_, &MonitorGpsWindow::closed, this, backToMenu);
   connect(viewFiles_, &ViewFilesWindow::closed, this, backToMenu);
+  connect(viewFiles_, &ViewFilesWindow::exportRequested, this, [this](const QString& dataFile) {
+    runExportDialog(viewFiles_, window_.context(), dataFile.toStdString());
+  });
 }
 
 void MainCommands::carryOut(MainCommand command) {

@@ -1,7 +1,7 @@
 #pragma once
 // Carries out the main menu's commands other than Exit: a Monitor/Log run
 // start, the four setup dialogs (Set GPS Port may open the Monitor GPS
-// screen) and the View Files screen.
+// screen) and the View Files screen, with the export it asks for.
 
 #include <QObject>
 

@@ -39,16 +39,19 @@ std::optional<std::string> readInput(const std::filesystem::path& path, std::str
   return bytes;
 }
 
-std::optional<LoadedFile> load(const std::filesystem::path& path, const PositionOptions& options,
+bool stopAsked(const std::atomic<bool>* stop) { return stop && *stop; }
+
+std::optional<LoadedFile> load(const std::filesystem::path& path, const ExportOptions& options,
                                const ExportProgress& progress, std::string& error) {
   const std::optional<std::string> bytes = readInput(path, error);
   if (!bytes) return std::nullopt;
   const std::string stage = "reading " + path.filename().string();
   const ReadProgress reading = [&](std::size_t done, std::size_t total) {
     if (progress) progress(stage, done, total);
-    return true;
+    return !stopAsked(options.stop);
   };
   const std::optional<DataFileContents> contents = readDataFile(*bytes, reading);
+  if (stopAsked(options.stop)) return std::nullopt;
   if (!contents || contents->records.empty()) {
     error = path.string() + ": not a data file (no record could be read)";
     return std::nullopt;
@@ -56,14 +59,16 @@ std::optional<LoadedFile> load(const std::filesystem::path& path, const Position
   const std::string placing = "placing " + path.filename().string();
   const SplitProgress splitting = [&](std::size_t done, std::size_t total) {
     if (progress) progress(placing, done, total);
-    return true;
+    return !stopAsked(options.stop);
   };
   const std::optional<SurveyFile> survey = splitSurveyLines(*contents, splitting);
+  if (stopAsked(options.stop)) return std::nullopt;
   if (!survey) {
     error = path.string() + ": could not be split into survey lines";
     return std::nullopt;
   }
-  return LoadedFile{path.filename().string(), positionReadings(*contents, *survey, options)};
+  return LoadedFile{path.filename().string(),
+                    positionReadings(*contents, *survey, options.positions)};
 }
 
 std::string formatFor(const ExportOptions& options) {
@@ -164,8 +169,9 @@ ExportResult exportReadings(const ExportOptions& options, const ExportProgress& 
 
   std::vector<LoadedFile> files;
   for (const std::filesystem::path& input : options.inputs) {
-    std::optional<LoadedFile> file = load(input, options.positions, progress, result.error);
-    if (!file) return result;
+    std::optional<LoadedFile> file = load(input, options, progress, result.error);
+    result.stopped = stopAsked(options.stop);
+    if (result.stopped || !file) return result;
     files.push_back(std::move(*file));
   }
   const bool anyFixes = std::any_of(files.begin(), files.end(),
@@ -241,8 +247,10 @@ ExportResult exportReadings(const ExportOptions& options, const ExportProgress& 
         ++summary.positioned;
       else
         ++summary.withoutPosition[noPositionText(reading.noPosition)];
-      if (++summary.readings % kProgressEvery == 0 && progress)
-        progress("writing", summary.readings, total);
+      if (++summary.readings % kProgressEvery != 0) continue;
+      if (progress) progress("writing", summary.readings, total);
+      result.stopped = stopAsked(options.stop);
+      if (result.stopped) return result;
     }
   }
   if (!output.close()) {

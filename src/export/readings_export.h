@@ -4,6 +4,7 @@
 // grid coordinates), in WGS 84 or a projected system, in any format GDAL
 // writes or as Geosoft-style XYZ. What r40 export and the export dialog do.
 
+#include <atomic>
 #include <cstddef>
 #include <filesystem>
 #include <functional>
@@ -32,6 +33,9 @@ struct ExportOptions {
   // A GeoPackage's R-tree costs more time than all the rest for a long
   // survey, and a GIS draws a few hundred thousand points well without it.
   bool spatialIndex = false;
+  // Set from another thread (a Cancel button) to end the export at its next
+  // progress report.
+  const std::atomic<bool>* stop = nullptr;
 };
 
 struct ExportSummary {
@@ -45,7 +49,8 @@ struct ExportSummary {
 
 struct ExportResult {
   std::optional<ExportSummary> summary;
-  std::string error;  // when there is no summary; names the file concerned
+  std::string error;     // when there is no summary; names the file concerned
+  bool stopped = false;  // by ExportOptions::stop: the output may be partly written
 };
 
 // `stage` is "reading NAME" (done/total in bytes), "placing NAME" (in records)

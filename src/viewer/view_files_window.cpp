@@ -12,6 +12,7 @@
 
 #include "map/map_texts.h"
 #include "platform/qt_text.h"
+#include "survey/export_choices.h"
 #include "ui/key_codes.h"
 #include "ui/screen_layout.h"
 #include "viewer/line_index_store.h"
@@ -33,6 +34,13 @@ constexpr int kReadoutRows = 3;  // station and place; conductivities; inphases
 constexpr int kFontPixels = 11;
 constexpr char kCaption[] = "View Files";
 constexpr int kValueComboWidth = 46;
+
+// The map places the readings as the export writes them: with the lag,
+// layback, offset and gap of EXPORT.INI.
+PositionOptions exportedPositions(const LoggerContext& context) {
+  return positionOptions(loadExportChoices(context.storage.settingsFolder()).choices);
+}
+
 constexpr int kLimitsComboWidth = 66;
 
 QComboBox* makeCombo(QWidget* parent, const char* name) {
@@ -70,6 +78,8 @@ void ViewFilesWindow::createControls() {
           &ViewFilesWindow::chooseFile);
   connect(makeScreenButton(listPage_, kViewLineId, "&View"), &QPushButton::clicked, this,
           [this] { viewLine(lines_->currentRow()); });
+  connect(makeScreenButton(listPage_, kViewExportId, "&Export"), &QPushButton::clicked, this,
+          &ViewFilesWindow::askForExport);
   connect(makeScreenButton(listPage_, kViewMapId, "&Map"), &QPushButton::clicked, this,
           &ViewFilesWindow::showMap);
   connect(makeScreenButton(listPage_, kViewExitId, "E&xit"), &QPushButton::clicked, this,
@@ -90,6 +100,8 @@ void ViewFilesWindow::createControls() {
   }
   connect(makeScreenButton(curvePage_, kViewLinesId, "&Lines"), &QPushButton::clicked, this,
           &ViewFilesWindow::showList);
+  connect(makeScreenButton(curvePage_, kViewCurveExportId, "&Export"), &QPushButton::clicked, this,
+          &ViewFilesWindow::askForExport);
   connect(makeScreenButton(curvePage_, kViewCurveMapId, "&Map"), &QPushButton::clicked, this,
           &ViewFilesWindow::showMap);
   connect(makeScreenButton(curvePage_, kViewCurvePictureId, "&Picture"), &QPushButton::clicked,
@@ -147,7 +159,7 @@ void ViewFilesWindow::placeControls() {
   layout.place(headerLabel_, kScreenMargin, headerTop, inner, kHeaderRows * kRowHeight);
   const int listTop = headerTop + kHeaderRows * kRowHeight + kScreenGap;
   layout.place(lines_, kScreenMargin, listTop, inner, layout.buttonRowTop() - kScreenGap - listTop);
-  placeButtons(listPage_, {kViewOpenId, kViewLineId, kViewMapId, kViewExitId});
+  placeButtons(listPage_, {kViewOpenId, kViewLineId, kViewExportId, kViewMapId, kViewExitId});
 
   layout.place(lineLabel_, kScreenMargin, kScreenMargin, inner, kRowHeight);
   const int curveTop = kScreenMargin + kRowHeight;
@@ -163,7 +175,8 @@ void ViewFilesWindow::placeControls() {
   placeReadout(positionLabel_, 1, 0);
   for (std::size_t trace = 0; trace < valueLabels_.size(); ++trace)
     placeReadout(valueLabels_[trace], static_cast<int>(trace % 2), 1 + static_cast<int>(trace / 2));
-  placeButtons(curvePage_, {kViewLinesId, kViewCurveMapId, kViewCurvePictureId, kViewCurveExitId});
+  placeButtons(curvePage_, {kViewLinesId, kViewCurveExportId, kViewCurveMapId, kViewCurvePictureId,
+                            kViewCurveExitId});
 
   // The map: its value and limits over it, the line and station marked on it.
   layout.place(valueCombo_, kScreenMargin, kScreenMargin, kValueComboWidth, kRowHeight + 2);
@@ -219,7 +232,8 @@ bool ViewFilesWindow::openFile(const std::filesystem::path& path) {
   // whatever had the focus when the file dialog closed.
   takeKeys();
   typedAhead_.emplace();
-  LoadResult loaded = loadSurveyFile(path, PositionOptions{}, this);
+  const PositionOptions positions = exportedPositions(context_);
+  LoadResult loaded = loadSurveyFile(path, positions, this);
   const auto replay = qScopeGuard([this] { replayTypedAhead(); });
   takeKeys();
   if (const auto* failure = std::get_if<LoadFailure>(&loaded)) {
@@ -230,12 +244,13 @@ bool ViewFilesWindow::openFile(const std::filesystem::path& path) {
   ViewedFile& viewed = std::get<ViewedFile>(loaded);
   file_ = std::move(viewed.survey);
   mapReadings_ = std::move(viewed.map);
+  placedWith_ = positions;
   percentiles_ = {};
   const bool horizontal = file_->identification && file_->identification->dipoleMode == 1;
   mapValue_ = valueShown(mapReadings_, horizontal ? 1 : 0);
   map_->showReadings(&mapReadings_);
   curveLine_.reset();
-  path_ = path;
+  filePath_ = path;
   fileName_ = qText(path.filename().string());
   listLines();
   showList();
@@ -293,8 +308,24 @@ void ViewFilesWindow::showPage(QWidget* page) {
 void ViewFilesWindow::showMap() {
   if (!file_ || mapPage_->isVisible()) return;
   pageBeforeMap_ = curvePage_->isVisible() ? curvePage_ : listPage_;
+  placeAsExported();
   updateMap();
   showPage(mapPage_);
+}
+
+// An export since the file was opened may have set other corrections: the
+// file is read again to place its readings with them.
+void ViewFilesWindow::placeAsExported() {
+  const PositionOptions positions = exportedPositions(context_);
+  if (positions == placedWith_) return;
+  LoadResult loaded = loadSurveyFile(filePath_, positions, this);
+  takeKeys();
+  if (auto* viewed = std::get_if<ViewedFile>(&loaded)) {
+    mapReadings_ = std::move(viewed->map);
+    placedWith_ = positions;
+    percentiles_ = {};
+    map_->showReadings(&mapReadings_);
+  }
 }
 
 void ViewFilesWindow::leaveMap() { showPage(pageBeforeMap_ ? pageBeforeMap_ : listPage_); }
@@ -347,8 +378,8 @@ void ViewFilesWindow::onMapTapped(std::uint32_t reading) {
 std::optional<std::filesystem::path> ViewFilesWindow::savePicture() {
   if (!file_) return std::nullopt;
   const LayoutSize layout = layoutSize(context_.settings.portraitScreen == 1);
-  const std::string base = path_.stem().string();
-  const std::string fileName = path_.filename().string();
+  const std::string base = filePath_.stem().string();
+  const std::string fileName = filePath_.filename().string();
   QImage picture;
   std::string stem;
   if (mapPage_->isVisible()) {
@@ -375,7 +406,7 @@ std::optional<std::filesystem::path> ViewFilesWindow::savePicture() {
     return std::nullopt;
   }
   const std::filesystem::path path =
-      freePicturePath(path_.parent_path(), stem, [](const std::filesystem::path& candidate) {
+      freePicturePath(filePath_.parent_path(), stem, [](const std::filesystem::path& candidate) {
         std::error_code ignored;
         return std::filesystem::exists(candidate, ignored);
       });
@@ -423,6 +454,16 @@ void ViewFilesWindow::leave() {
   emit closed();
 }
 
+void ViewFilesWindow::askForExport() {
+  if (!file_) return;
+  emit exportRequested(QString::fromStdString(filePath_.string()));
+  takeKeys();
+  if (mapPage_->isVisible()) {
+    placeAsExported();
+    updateMap();
+  }
+}
+
 void ViewFilesWindow::warn(const QString& text) {
   {
     QMessageBox box(QMessageBox::Warning, QString::fromLatin1(kCaption), text, QMessageBox::Ok,
@@ -461,6 +502,8 @@ void ViewFilesWindow::onKey(int keyCode) {
     case ViewerAction::kOpenFile:
       chooseFile();
       return;
+    case ViewerAction::kExport:
+      return askForExport();
     case ViewerAction::kBackToList:
       return showList();
     case ViewerAction::kMoveBar:

@@ -5,10 +5,10 @@
 // Escape returns to the main window.
 //
 // Keys on the line list: Up/Down choose, Return or V views, M the map, O
-// opens another file. On the profile: the bar keys of ViewCurve, L or
-// Backspace back to the list, M the map, P a picture, O another file. On the
-// map: 1-4 the value, the arrows pan, + and - zoom, Home fits, M back to
-// where it came from, L the list, P a picture.
+// opens another file, E exports it. On the profile: the bar keys of
+// ViewCurve, L or Backspace back to the list, M the map, P a picture, O
+// another file, E export. On the map: 1-4 the value, the arrows pan, + and -
+// zoom, Home fits, M back to where it came from, L the list, P a picture.
 
 #include <QWidget>
 #include <array>
@@ -37,6 +37,8 @@ inline constexpr int kViewLineId = 471;
 inline constexpr int kViewExitId = 472;
 inline constexpr int kViewLinesId = 473;
 inline constexpr int kViewCurveExitId = 474;
+inline constexpr int kViewExportId = 475;
+inline constexpr int kViewCurveExportId = 476;
 inline constexpr int kViewMapId = 477;
 inline constexpr int kViewCurveMapId = 478;
 inline constexpr int kViewCurvePictureId = 479;
@@ -64,6 +66,7 @@ class ViewFilesWindow : public QWidget {
   bool viewLine(int index);
 
   const std::optional<SurveyFile>& file() const { return file_; }
+  const std::filesystem::path& filePath() const { return filePath_; }
   const MapReadings& mapReadings() const { return mapReadings_; }
   ViewCurve* curve() const { return curve_; }
   SurveyMap* map() const { return map_; }
@@ -78,6 +81,9 @@ class ViewFilesWindow : public QWidget {
 
  signals:
   void closed();
+  // E with a file open: the export dialog is the main menu's to run (it
+  // needs the export library, which the screens do not link).
+  void exportRequested(const QString& dataFile);
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
@@ -97,20 +103,23 @@ class ViewFilesWindow : public QWidget {
   void chooseValue(std::size_t value);
   void updateMap();
   void onMapTapped(std::uint32_t reading);
+  void placeAsExported();
   void showReadout();
   void listLines();
   void takeKeys();
   void leave();
+  void askForExport();
   void warn(const QString& text);
 
   LoggerContext& context_;
   int scale_;
   std::optional<SurveyFile> file_;
-  std::filesystem::path path_;
   MapReadings mapReadings_;
   std::array<std::optional<std::optional<ColourLimits>>, kMapValueCount> percentiles_;
+  PositionOptions placedWith_;
   std::size_t mapValue_ = 0;
   std::optional<int> curveLine_;
+  std::filesystem::path filePath_;
   std::optional<std::vector<int>> typedAhead_;  // keys typed while a file loads
   QString fileName_;
   QWidget* listPage_ = nullptr;

@@ -65,6 +65,7 @@ ViewerKeyCommand mapKey(int keyCode) {
 ViewerKeyCommand viewerKeyCommand(ViewerPage page, int keyCode) {
   if (isLetter(keyCode, 'X') || keyCode == kKeyEscape) return {ViewerAction::kLeave};
   if (isLetter(keyCode, 'O')) return {ViewerAction::kOpenFile};
+  if (isLetter(keyCode, 'E')) return {ViewerAction::kExport};
   switch (page) {
     case ViewerPage::kLineList:
       return lineListKey(keyCode);

@@ -16,6 +16,7 @@ enum class ViewerAction {
   kNone,  // not the screen's: handed on
   kLeave,
   kOpenFile,
+  kExport,  // the open file, through the export dialog
   kBackToList,
   kMoveBar,
   kPreviousLine,
