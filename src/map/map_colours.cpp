@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
+#include <iterator>
 
 namespace gc40 {
 namespace {
@@ -44,13 +46,14 @@ const std::array<MapColour, kColourSteps>& colourBar() {
 }
 
 float percentile(std::vector<float>& values, double percent) {
-  const double rank = std::clamp(percent, 0.0, 100.0) / 100.0 * (values.size() - 1);
-  const auto below = static_cast<std::size_t>(rank);
+  const double rank =
+      std::clamp(percent, 0.0, 100.0) / 100.0 * static_cast<double>(values.size() - 1);
+  const auto below = static_cast<std::ptrdiff_t>(rank);
   std::nth_element(values.begin(), values.begin() + below, values.end());
-  const float low = values[below];
-  if (below + 1 >= values.size()) return low;
+  const float low = values[static_cast<std::size_t>(below)];
+  if (below + 1 >= std::ssize(values)) return low;
   const float high = *std::min_element(values.begin() + below + 1, values.end());
-  return static_cast<float>(low + (rank - below) * (high - low));
+  return static_cast<float>(low + (rank - static_cast<double>(below)) * (high - low));
 }
 
 std::optional<ColourLimits> percentileLimits(const MapReadings& map, std::size_t value) {

@@ -119,7 +119,8 @@ void drawColourBar(QPainter& painter, const QRect& strip, const MapPaint& paint)
   const QFontMetrics metrics = painter.fontMetrics();
   painter.setPen(Qt::black);
   painter.drawText(QRect(strip.left(), strip.top(), strip.width(), kBarTop * s), Qt::AlignCenter,
-                   QString::fromLatin1(valueUnit(paint.scene.value).data()));
+                   QString::fromLatin1(valueUnit(paint.scene.value).data(),
+                                       static_cast<int>(valueUnit(paint.scene.value).size())));
   const int top = strip.top() + kBarTop * s, bottom = strip.bottom() - kBarTop * s;
   const int left = strip.left() + 2 * s;
   const double step = static_cast<double>(bottom - top) / kColourSteps;
@@ -147,7 +148,7 @@ void drawColourBar(QPainter& painter, const QRect& strip, const MapPaint& paint)
 
 PixelSize mapDotsSize(int width, int height) { return {width - kMapColourStrip, height}; }
 
-MapDrawing paintMap(QPainter& painter, const QRect& area, const MapPaint& paint) {
+PaintedMap paintMap(QPainter& painter, const QRect& area, const MapPaint& paint) {
   const int s = paint.scale;
   const PixelSize layoutDots = mapDotsSize(area.width() / s, area.height() / s);
   const QSize dots(layoutDots.width * s, area.height());
@@ -160,8 +161,10 @@ MapDrawing paintMap(QPainter& painter, const QRect& area, const MapPaint& paint)
 
   painter.save();
   painter.setClipRect(QRect(QPoint(0, 0), dots));
-  const MapDrawing drawing = drawMap(*paint.map, paint.scene, scaledView(paint.view, s),
-                                     {dots.width(), dots.height()}, kMapDotPixels * s);
+  PaintedMap painted;
+  const MapDrawing& drawing = painted.drawing =
+      drawMap(*paint.map, paint.scene, scaledView(paint.view, s), {dots.width(), dots.height()},
+              kMapDotPixels * s);
   drawDots(painter, drawing, kMapDotPixels * s, s);
   if (drawing.marker) drawMarker(painter, *drawing.marker, s);
   if (paint.map->readings.empty()) {
@@ -169,8 +172,8 @@ MapDrawing paintMap(QPainter& painter, const QRect& area, const MapPaint& paint)
     large.setPixelSize(12 * s);
     painter.setFont(large);
     painter.setPen(Qt::black);
-    painter.drawText(QRect(QPoint(0, 0), dots), Qt::AlignCenter,
-                     QString::fromLatin1(kNoPositionsText.data(), kNoPositionsText.size()));
+    painted.notes << QString::fromLatin1(kNoPositionsText.data(), kNoPositionsText.size());
+    painter.drawText(QRect(QPoint(0, 0), dots), Qt::AlignCenter, painted.notes.back());
     painter.setFont(font);
   } else {
     drawScaleBar(painter, dots, paint);
@@ -183,6 +186,7 @@ MapDrawing paintMap(QPainter& painter, const QRect& area, const MapPaint& paint)
   for (int row = 0; row < corner.size(); ++row)
     panelText(painter, QPoint(kCornerGap * s, (kCornerGap + row * (kFontPixels + 3)) * s),
               corner[row], s);
+  painted.notes << corner;
   if (paint.map->placing == MapPlacing::kPositions && !paint.map->readings.empty())
     drawNorth(painter, dots, s);
   painter.restore();
@@ -191,7 +195,7 @@ MapDrawing paintMap(QPainter& painter, const QRect& area, const MapPaint& paint)
   drawColourBar(painter, QRect(dots.width() + s, 0, area.width() - dots.width() - s, dots.height()),
                 paint);
   painter.restore();
-  return drawing;
+  return painted;
 }
 
 }  // namespace gc40

@@ -5,6 +5,7 @@
 // place, and the colour bar with its limits beside the dots.
 
 #include <QRect>
+#include <QStringList>
 
 #include "map/map_drawing.h"
 #include "map/map_readings.h"
@@ -31,8 +32,12 @@ struct MapPaint {
   int scale = 1;           // device pixels per layout pixel
 };
 
-// Draws into `area` (device pixels, the painter unscaled) and returns the
-// dots as drawn, in device pixels from the area's top left.
-MapDrawing paintMap(QPainter& painter, const QRect& area, const MapPaint& paint);
+struct PaintedMap {
+  MapDrawing drawing;  // in device pixels from the area's top left
+  QStringList notes;   // the words over the dots: "No positions", the count, ...
+};
+
+// Draws into `area` (device pixels, the painter unscaled).
+PaintedMap paintMap(QPainter& painter, const QRect& area, const MapPaint& paint);
 
 }  // namespace gc40

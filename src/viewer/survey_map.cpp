@@ -5,8 +5,6 @@
 #include <QWheelEvent>
 #include <cmath>
 
-#include "viewer/map_painter.h"
-
 namespace gc40 {
 namespace {
 
@@ -69,7 +67,7 @@ void SurveyMap::paintEvent(QPaintEvent*) {
     painter.fillRect(rect(), Qt::white);
     return;
   }
-  drawing_ = paintMap(
+  painted_ = paintMap(
       painter, rect(),
       {.map = map_, .scene = scene_, .hasLimits = hasLimits_, .view = view_, .scale = scale_});
 }
@@ -94,8 +92,11 @@ void SurveyMap::mouseReleaseEvent(QMouseEvent* event) {
   const bool tap = pressedAt_ && !dragging_;
   pressedAt_.reset();
   if (!tap || !map_) return;
-  const std::optional<std::uint32_t> reading = tappedReading(
-      drawing_, {event->position().x(), event->position().y()}, kMapTapRadius * scale_);
+  // The middle of the pixel tapped, as the dots stand in the middle of theirs.
+  const MapPixel at{std::floor(event->position().x()) + 0.5,
+                    std::floor(event->position().y()) + 0.5};
+  const std::optional<std::uint32_t> reading =
+      tappedReading(painted_.drawing, at, kMapTapRadius * scale_);
   if (reading && tapped_) tapped_(*reading);
 }
 

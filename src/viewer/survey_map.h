@@ -12,6 +12,7 @@
 #include "map/map_drawing.h"
 #include "map/map_readings.h"
 #include "map/map_view.h"
+#include "viewer/map_painter.h"
 
 namespace gc40 {
 
@@ -38,7 +39,8 @@ class SurveyMap : public QWidget {
     tapped_ = std::move(handler);
   }
   // The last picture's dots, in the widget's own pixels (for the tests).
-  const MapDrawing& drawing() const { return drawing_; }
+  const MapDrawing& drawing() const { return painted_.drawing; }
+  const QStringList& notes() const { return painted_.notes; }
   QPoint pixelOf(std::uint32_t reading) const;
 
  protected:
@@ -59,7 +61,7 @@ class SurveyMap : public QWidget {
   MapScene scene_;
   bool hasLimits_ = false;
   MapView view_;
-  MapDrawing drawing_;
+  PaintedMap painted_;
   std::optional<QPointF> pressedAt_;
   QPointF draggedTo_;
   bool dragging_ = false;

@@ -98,7 +98,7 @@ QImage profilePicture(const ProfilePicture& picture, LayoutSize layout, int scal
                      .bar = std::nullopt};
   if (!picture.columns && count > 1)
     paint.columnWidth =
-        std::min<double>(kViewColumnPixels, static_cast<double>(plotWidth) / (count - 1));
+        std::min<double>(kViewColumnPixels, plotWidth / static_cast<double>(count - 1));
   painter.translate(0, top);
   paintProfile(painter, paint);
   return image;

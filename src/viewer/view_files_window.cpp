@@ -128,6 +128,8 @@ void ViewFilesWindow::createControls() {
   map_->onTapped([this](std::uint32_t reading) { onMapTapped(reading); });
   connect(makeScreenButton(mapPage_, kViewMapLinesId, "&Lines"), &QPushButton::clicked, this,
           &ViewFilesWindow::showList);
+  connect(makeScreenButton(mapPage_, kViewMapExportId, "&Export"), &QPushButton::clicked, this,
+          &ViewFilesWindow::askForExport);
   QPushButton* back = makeScreenButton(mapPage_, kViewMapBackId, "&Map");
   back->setCheckable(true);
   back->setChecked(true);
@@ -188,7 +190,8 @@ void ViewFilesWindow::placeControls() {
   const int mapTop = kScreenMargin + kRowHeight + 2 + kScreenGap;
   map_->setLayoutSize(layout.size().width, layout.buttonRowTop() - kScreenGap - mapTop);
   map_->move(0, mapTop * scale_);
-  placeButtons(mapPage_, {kViewMapLinesId, kViewMapBackId, kViewMapPictureId, kViewMapExitId});
+  placeButtons(mapPage_, {kViewMapLinesId, kViewMapExportId, kViewMapBackId, kViewMapPictureId,
+                          kViewMapExitId});
 }
 
 void ViewFilesWindow::showOverMainWindow() {

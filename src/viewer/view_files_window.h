@@ -46,6 +46,7 @@ inline constexpr int kViewMapLinesId = 480;
 inline constexpr int kViewMapBackId = 481;
 inline constexpr int kViewMapPictureId = 482;
 inline constexpr int kViewMapExitId = 483;
+inline constexpr int kViewMapExportId = 484;
 
 class ViewFilesWindow : public QWidget {
   Q_OBJECT

@@ -12,6 +12,7 @@
 #include "map/map_colours.h"
 #include "settings/settings_file.h"
 #include "support/test_application.h"
+#include "survey/export_choices.h"
 
 namespace gc40 {
 namespace {
@@ -52,6 +53,10 @@ struct Storage {
     std::string ini;
     for (const std::string& line : settingsFileLines(settings)) ini += line;
     writeBytes(folder.path() / "FLDINI" / kSettingsFileName, ini);
+    ExportChoices exported;  // the simulator's meter: 600 ms late, 1.5 m behind the antenna
+    exported.lagMs = 600;
+    exported.laybackM = 1.5;
+    EXPECT_FALSE(saveExportChoices(folder.path() / "FLDINI", exported));
   }
   TempFolder folder;
   std::filesystem::path file = folder.path() / "DATA40" / "SIMSURV.R40";
@@ -64,7 +69,10 @@ TEST(R40Plot, MapsAndProfilesInBothLayoutsWithTheRootsSettings) {
   const R40Run map = r40(storage.folder, {"plot", storage.file.string(), "--map",
                                           storage.out("map.png"), "--line", "8"});
   ASSERT_EQ(map.status, 0) << map.err;
-  EXPECT_EQ(map.out, storage.out("map.png") + ": map of SIMSURV.R40, 11300 readings placed\n");
+  // EXPORT.INI's lag leaves the first seven readings before the first fix.
+  EXPECT_EQ(map.out,
+            storage.out("map.png") +
+                ": map of SIMSURV.R40, 11293 readings placed, 7 readings without position\n");
   const QImage landscape(QString::fromStdString(storage.out("map.png")));
   EXPECT_EQ(landscape.size(), QSize(640, 480));
   // The targets and the pipe reach the top of the bar, the background its
@@ -75,14 +83,19 @@ TEST(R40Plot, MapsAndProfilesInBothLayoutsWithTheRootsSettings) {
   }
   landscape.save(GC40_TEST_OUTPUT_DIR "/r40_plot_map_landscape.png");
 
-  const R40Run portrait =
-      r40(storage.folder, {"plot", storage.file.string(), "--map", storage.out("tall.png"),
-                           "--portrait", "--scale", "1"});
+  const R40Run portrait = r40(storage.folder, {"plot", storage.file.string(), "--map",
+                                               storage.out("tall.png"), "--portrait"});
   ASSERT_EQ(portrait.status, 0) << portrait.err;
   const QImage tall(QString::fromStdString(storage.out("tall.png")));
-  EXPECT_EQ(tall.size(), QSize(240, 320));
-  QImage(QString::fromStdString(storage.out("tall.png")))
-      .save(GC40_TEST_OUTPUT_DIR "/r40_plot_map_portrait.png");
+  EXPECT_EQ(tall.size(), QSize(480, 640));
+  tall.save(GC40_TEST_OUTPUT_DIR "/r40_plot_map_portrait.png");
+  // The command line's corrections win over EXPORT.INI's.
+  const R40Run unlagged =
+      r40(storage.folder, {"plot", storage.file.string(), "--map", storage.out("small.png"),
+                           "--lag", "0", "--scale", "1"});
+  EXPECT_EQ(unlagged.out,
+            storage.out("small.png") + ": map of SIMSURV.R40, 11300 readings placed\n");
+  EXPECT_EQ(QImage(QString::fromStdString(storage.out("small.png"))).size(), QSize(320, 240));
 
   const R40Run profile =
       r40(storage.folder, {"plot", storage.file.string(), "--profile", "8", storage.out("p.png")});

@@ -11,6 +11,7 @@
 #include "command_options.h"
 #include "map/map_texts.h"
 #include "settings/settings_file.h"
+#include "survey/export_choices.h"
 #include "survey_input.h"
 #include "ui/offscreen_gui.h"
 #include "viewer/survey_pictures.h"
@@ -36,18 +37,22 @@ int plotUsage(std::ostream& out, int status) {
   return status;
 }
 
-// The settings gc40 draws with: those of --storage DIR, or of the storage
-// root the file lies in (ROOT/DATA40/FILE), else the defaults. Read only.
-Settings drawingSettings(const std::optional<std::string>& storage,
-                         const std::filesystem::path& file) {
+// Where gc40 keeps its settings for this file: --storage DIR's, or those of
+// the storage root the file lies in (ROOT/DATA40/FILE); nullopt for neither.
+std::optional<std::filesystem::path> settingsFolder(const CommandArguments& args,
+                                                    const std::filesystem::path& file) {
+  if (args.values.count("--storage"))
+    return std::filesystem::path(args.values.at("--storage")) / "FLDINI";
+  const std::filesystem::path folder = std::filesystem::absolute(file).parent_path();
+  if (folder.filename() == kDataFolderName) return folder.parent_path() / "FLDINI";
+  return std::nullopt;
+}
+
+// GC40.INI's display options and scales, else the defaults. Read only.
+Settings drawingSettings(const std::optional<std::filesystem::path>& folder) {
   Settings settings;
-  std::filesystem::path root;
-  if (storage)
-    root = *storage;
-  else if (std::filesystem::absolute(file).parent_path().filename() == kDataFolderName)
-    root = std::filesystem::absolute(file).parent_path().parent_path();
-  if (root.empty()) return settings;
-  if (const auto bytes = readFilePrefix(root / "FLDINI" / kSettingsFileName, std::string::npos))
+  if (!folder) return settings;
+  if (const auto bytes = readFilePrefix(*folder / kSettingsFileName, std::string::npos))
     readSettingsFile(*bytes, settings);
   return settings;
 }
@@ -174,7 +179,11 @@ int runPlotCommand(const std::vector<std::string>& arguments) {
   if (args.has("--portrait") && args.has("--landscape"))
     return fail("--portrait and --landscape exclude each other");
 
+  const std::filesystem::path file = args.files.front();
+  const std::optional<std::filesystem::path> folder = settingsFolder(args, file);
   PlotRequest request;
+  // The readings are placed as the export places them, unless told otherwise.
+  if (folder) request.positions = positionOptions(loadExportChoices(*folder).choices);
   NumberOptions numbers(args);
   numbers.read("--lag", request.positions.lagMs);
   readPositionOptions(numbers, request.positions);
@@ -183,14 +192,11 @@ int runPlotCommand(const std::vector<std::string>& arguments) {
   if (request.scale < 1 || request.scale > kMaxScale) return fail("--scale wants 1 to 8");
   request.layout = layoutSize(args.has("--portrait"));
 
-  const std::filesystem::path file = args.files.front();
   std::optional<LoadedSurvey> loaded = loadSurvey(file, error);
   if (!loaded) return fail(error);
   request.loaded = std::move(*loaded);
   request.fileName = file.filename().string();
-  const std::optional<std::string> storage =
-      args.values.count("--storage") ? std::optional(args.values.at("--storage")) : std::nullopt;
-  request.settings = drawingSettings(storage, file);
+  request.settings = drawingSettings(folder);
 
   const OffscreenGui gui;
   return map ? plotMap(request, args, args.values.at("--map"))
