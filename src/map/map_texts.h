@@ -20,6 +20,7 @@ namespace gc40 {
 inline constexpr std::array<std::string_view, kMapValueCount> kMapValueNames = {"C/V", "C/H", "I/V",
                                                                                 "I/H"};
 inline constexpr std::string_view kNoPositionsText = "No positions";
+inline constexpr std::string_view kGridText = "Grid: station across, line up";
 // Where the colour bar's limits come from, in LimitsFrom order.
 inline constexpr std::array<std::string_view, 2> kLimitsChoices = {"2-98 %", "Scales"};
 

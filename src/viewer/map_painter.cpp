@@ -18,6 +18,10 @@ const QColor kPanel(255, 255, 255, 210);  // behind texts over the dots
 
 QColor qColour(const MapColour& colour) { return QColor(colour.red, colour.green, colour.blue); }
 
+QString latin(std::string_view text) {
+  return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
+}
+
 const std::array<QColor, kColourSteps>& barColours() {
   static const std::array<QColor, kColourSteps> colours = [] {
     std::array<QColor, kColourSteps> made;
@@ -29,14 +33,9 @@ const std::array<QColor, kColourSteps>& barColours() {
 }
 
 // Text on a pale panel, so that it reads over the dots.
-void panelText(QPainter& painter, const QPoint& at, const QString& text, int scale,
-               Qt::Alignment align = Qt::AlignLeft) {
+void panelText(QPainter& painter, const QPoint& at, const QString& text, int scale) {
   const QFontMetrics metrics = painter.fontMetrics();
-  QRect box(0, 0, metrics.horizontalAdvance(text) + 2 * scale, metrics.height());
-  if (align & Qt::AlignRight)
-    box.moveTopRight(at);
-  else
-    box.moveTopLeft(at);
+  const QRect box(at, QSize(metrics.horizontalAdvance(text) + 2 * scale, metrics.height()));
   painter.fillRect(box, kPanel);
   painter.setPen(Qt::black);
   painter.drawText(box, Qt::AlignCenter, text);
@@ -119,8 +118,7 @@ void drawColourBar(QPainter& painter, const QRect& strip, const MapPaint& paint)
   const QFontMetrics metrics = painter.fontMetrics();
   painter.setPen(Qt::black);
   painter.drawText(QRect(strip.left(), strip.top(), strip.width(), kBarTop * s), Qt::AlignCenter,
-                   QString::fromLatin1(valueUnit(paint.scene.value).data(),
-                                       static_cast<int>(valueUnit(paint.scene.value).size())));
+                   latin(valueUnit(paint.scene.value)));
   const int top = strip.top() + kBarTop * s, bottom = strip.bottom() - kBarTop * s;
   const int left = strip.left() + 2 * s;
   const double step = static_cast<double>(bottom - top) / kColourSteps;
@@ -172,15 +170,14 @@ PaintedMap paintMap(QPainter& painter, const QRect& area, const MapPaint& paint)
     large.setPixelSize(12 * s);
     painter.setFont(large);
     painter.setPen(Qt::black);
-    painted.notes << QString::fromLatin1(kNoPositionsText.data(), kNoPositionsText.size());
+    painted.notes << latin(kNoPositionsText);
     painter.drawText(QRect(QPoint(0, 0), dots), Qt::AlignCenter, painted.notes.back());
     painter.setFont(font);
   } else {
     drawScaleBar(painter, dots, paint);
   }
   QStringList corner;
-  if (paint.map->placing == MapPlacing::kGrid)
-    corner << QStringLiteral("Grid: station across, line up");
+  if (paint.map->placing == MapPlacing::kGrid) corner << latin(kGridText);
   if (paint.map->withoutPosition > 0)
     corner << QString::fromStdString(withoutPositionText(paint.map->withoutPosition));
   for (int row = 0; row < corner.size(); ++row)

@@ -16,6 +16,13 @@ namespace {
 
 constexpr float kNone = std::numeric_limits<float>::quiet_NaN();
 
+GeoPosition fix(double latitude, double longitude) {
+  GeoPosition position;
+  position.latitude = latitude;
+  position.longitude = longitude;
+  return position;
+}
+
 PositionedReading placed(std::size_t line, double station, std::optional<float> cv,
                          std::optional<GeoPosition> at) {
   PositionedReading reading;
@@ -28,7 +35,9 @@ PositionedReading placed(std::size_t line, double station, std::optional<float> 
 
 SurveyFile twoLines(bool gps) {
   SurveyFile survey;
-  survey.identification = IdentificationRecord{.gpsEnabled = gps, .distanceUnits = 1};
+  survey.identification.emplace();
+  survey.identification->gpsEnabled = gps;
+  survey.identification->distanceUnits = 1;
   for (const char* name : {"10", "North"}) {
     SurveyLine& line = survey.lines.emplace_back();
     line.name = name;
@@ -45,10 +54,10 @@ MapReading at(float x, float y, std::uint32_t line = 0, std::uint32_t station = 
 // file recorded without GPS stands on its grid; one with GPS but no fix on
 // nothing.
 TEST(MapReadings, MetresFromFixesGridWithoutGpsNothingWithoutAFix) {
-  PositionedFile file{.hasFixes = true};
+  PositionedFile file;
+  file.hasFixes = true;
   file.readings = {placed(1, 0.5, std::nullopt, std::nullopt),
-                   placed(0, 1.0, 12.5f, GeoPosition{.latitude = 45.0, .longitude = 7.0}),
-                   placed(1, 1.0, 3.0f, GeoPosition{.latitude = 45.001, .longitude = 7.001})};
+                   placed(0, 1.0, 12.5f, fix(45.0, 7.0)), placed(1, 1.0, 3.0f, fix(45.001, 7.001))};
   file.readings[2].horizontalInphase = -1.5f;
   const MapReadings map = mapReadings(file, twoLines(true));
   EXPECT_EQ(map.placing, MapPlacing::kPositions);

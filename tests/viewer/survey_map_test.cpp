@@ -9,8 +9,11 @@
 
 #include <QComboBox>
 #include <QListWidget>
+#include <QMouseEvent>
 #include <QTest>
+#include <QWheelEvent>
 #include <algorithm>
+#include <cmath>
 
 #include "harness/simulated_survey.h"
 #include "map/map_texts.h"
@@ -134,6 +137,25 @@ TEST_P(SurveyMapScreen, DrawsEveryPlacedReadingFollowsTheBarAndTakesTaps) {
   EXPECT_EQ(screen.view.findChild<QListWidget*>("lines")->currentRow(), 6);
   EXPECT_EQ(screen.view.curveLine(), 6);
   EXPECT_EQ(screen.view.curve()->bar(), tapped.station);
+
+  // A drag pans and chooses nothing; a notch of the wheel zooms about the pointer.
+  SurveyMap* map = screen.view.map();
+  const MapView before = map->view();
+  const QPointF from(100, 100), to(130, 90);
+  QMouseEvent press(QEvent::MouseButtonPress, from, from, Qt::LeftButton, Qt::LeftButton, {});
+  QMouseEvent move(QEvent::MouseMove, to, to, Qt::NoButton, Qt::LeftButton, {});
+  QMouseEvent release(QEvent::MouseButtonRelease, to, to, Qt::LeftButton, {}, {});
+  for (QMouseEvent* event : {&press, &move, &release}) QApplication::sendEvent(map, event);
+  EXPECT_NEAR(map->view().centreX, before.centreX - 30 * before.unitsPerPixel, 1e-9);
+  EXPECT_NEAR(map->view().centreY, before.centreY - 10 * before.unitsPerPixel, 1e-9);
+  EXPECT_EQ(screen.view.curveLine(), 6);
+  const MapPixel pointer{50, 60};
+  const MapPixel under = toGround(map->view(), map->dotsSize(), pointer);
+  QWheelEvent wheel({50, 60}, {50, 60}, {}, {0, 120}, Qt::NoButton, {}, Qt::NoScrollPhase, false);
+  QApplication::sendEvent(map, &wheel);
+  EXPECT_NEAR(map->view().unitsPerPixel, before.unitsPerPixel / std::sqrt(2.0), 1e-12);
+  EXPECT_NEAR(toGround(map->view(), map->dotsSize(), pointer).x, under.x, 1e-9);
+  EXPECT_NEAR(toGround(map->view(), map->dotsSize(), pointer).y, under.y, 1e-9);
 
   // 3 chooses the inphase, P saves the picture beside the data file.
   screen.key('3');
