@@ -16,6 +16,6 @@ for doc in README.md ARCHITECTURE.md; do
       status=1
     fi
   done < <(grep -o '`[A-Za-z0-9_.*/-]*/[A-Za-z0-9_.*/-]*`' "$doc" | tr -d '`' |
-           grep -Ev '^(build|/|\.\./|~)' | grep -E '^(src|tests|tools|bench|fuzz|cmake|scripts|\.ci|base|settings|platform|ui|instrument|datafile|gps|logging|survey|viewer|app)/' || true)
+           grep -Ev '^(build|/|\.\./|~)' | grep -E '^(src|tests|tools|bench|fuzz|cmake|scripts|\.ci|base|settings|platform|ui|instrument|datafile|gps|logging|survey|map|viewer|app|harness|docs)/' || true)
 done
 exit $status

@@ -26,6 +26,7 @@ struct PositionOptions {
   double laybackM = 0.0;     // sensor behind the antenna along the travel; negative ahead
   double crossTrackM = 0.0;  // sensor to the right of the travel; negative left
   double maxGapS = 2.0;      // bracketing fixes further apart than this give no position
+  bool operator==(const PositionOptions&) const = default;
 };
 
 // Why a reading has no position; kPositioned when it has one.

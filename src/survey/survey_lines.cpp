@@ -71,15 +71,6 @@ class StationReplay {
   Settings settings_;
 };
 
-// Stations that print alike ("%.2f", as the logger shows and records them)
-// are one station, whatever rounding the sums carried.
-std::int64_t stationKey(double station) {
-  constexpr double kLimit = 9.0e16;
-  const double hundredths = std::round(station * 100.0);
-  if (!(std::abs(hundredths) < kLimit)) return std::numeric_limits<std::int64_t>::min();
-  return static_cast<std::int64_t>(hundredths);
-}
-
 void mergeReading(StationEntry& entry, const FiledValues& filed) {
   const auto take = [&entry](int trace, std::int32_t valid, float value) {
     if (valid != 1) return;
@@ -155,6 +146,13 @@ class LineSplitter {
 };
 
 }  // namespace
+
+std::int64_t stationKey(double station) {
+  constexpr double kLimit = 9.0e16;
+  const double hundredths = std::round(station * 100.0);
+  if (!(std::abs(hundredths) < kLimit)) return std::numeric_limits<std::int64_t>::min();
+  return static_cast<std::int64_t>(hundredths);
+}
 
 Settings recordingSettings(const std::optional<IdentificationRecord>& identification) {
   Settings settings;

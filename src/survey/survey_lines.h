@@ -45,6 +45,11 @@ struct SurveyFile {
 // holds them; the rest are the defaults. Readings decode with these.
 Settings recordingSettings(const std::optional<IdentificationRecord>& identification);
 
+// Stations that print alike ("%.2f", as the logger shows and records them)
+// are one station, whatever rounding the sums carried: this is the key they
+// share.
+std::int64_t stationKey(double station);
+
 // Called now and then with the records handled so far; false stops the split.
 using SplitProgress = std::function<bool(std::size_t done, std::size_t total)>;
 

@@ -14,19 +14,24 @@
 namespace gc40 {
 namespace {
 
-constexpr int kProgressSteps = 1000;  // the first half reads, the second splits
+// The reading takes the first part, the split the second; placing the
+// readings, the last, tells no progress of its own.
+constexpr int kProgressSteps = 1000;
+constexpr int kSplitFrom = 450;
+constexpr int kPlaceFrom = 900;
 constexpr int kPollMs = 30;
 
 // The work done on the worker thread; the UI reads `progress` and sets `cancel`.
 struct LoadJob {
   std::filesystem::path path;
+  PositionOptions positions;
   std::atomic<int> progress{0};
   std::atomic<bool> cancel{false};
   std::optional<LoadResult> result;
 
-  bool report(std::size_t done, std::size_t total, int from) {
-    const int half = kProgressSteps / 2;
-    if (total > 0) progress = from + static_cast<int>(done * half / total);
+  bool report(std::size_t done, std::size_t total, int from, int to) {
+    if (total > 0)
+      progress = from + static_cast<int>(done * static_cast<std::size_t>(to - from) / total);
     return !cancel;
   }
 
@@ -39,22 +44,27 @@ struct LoadJob {
     }
     const QByteArray bytes = file.readAll();
     const std::string_view view(bytes.constData(), static_cast<std::size_t>(bytes.size()));
-    const auto contents = readDataFile(
-        view, [this](std::size_t done, std::size_t total) { return report(done, total, 0); });
+    const auto contents = readDataFile(view, [this](std::size_t done, std::size_t total) {
+      return report(done, total, 0, kSplitFrom);
+    });
     if (!contents) return;
     auto split = splitSurveyLines(*contents, [this](std::size_t done, std::size_t total) {
-      return report(done, total, kProgressSteps / 2);
+      return report(done, total, kSplitFrom, kPlaceFrom);
     });
-    if (split) result = std::move(*split);
+    if (!split || cancel) return;
+    progress = kPlaceFrom;
+    MapReadings map = mapReadings(positionReadings(*contents, *split, positions), *split);
+    result = ViewedFile{std::move(*split), std::move(map)};
   }
 };
 
 }  // namespace
 
-LoadResult loadSurveyFile(const std::filesystem::path& path, QWidget* parent,
-                          int showProgressAfterMs) {
+LoadResult loadSurveyFile(const std::filesystem::path& path, const PositionOptions& positions,
+                          QWidget* parent, int showProgressAfterMs) {
   LoadJob job;
   job.path = path;
+  job.positions = positions;
   QProgressDialog progress(QStringLiteral("Reading %1").arg(qText(path.filename().string())),
                            QStringLiteral("Cancel"), 0, kProgressSteps, parent);
   progress.setWindowTitle(QStringLiteral("View Files"));

@@ -9,7 +9,6 @@
 #include <functional>
 #include <vector>
 
-#include "settings/profile_setup.h"
 #include "settings/settings.h"
 #include "survey/survey_lines.h"
 #include "viewer/line_view.h"
@@ -32,9 +31,14 @@ class ViewCurve : public QWidget {
 
   // The bar stays put at an end of the line.
   void moveBar(BarMove move);
+  // On station `bar` of the line (a tap on the map); ignored beyond its end.
+  void putBar(std::size_t bar);
   std::size_t bar() const { return bar_; }
   std::size_t firstShown() const { return first_; }
   std::size_t columns() const;
+  int plotWidth() const;
+  int layoutWidth() const { return width_; }
+  const Settings& settings() const { return settings_; }
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -42,18 +46,12 @@ class ViewCurve : public QWidget {
 
  private:
   void setBar(std::size_t bar);
-  int plotWidth() const;
-  void drawGrid(QPainter& painter) const;
-  void drawTraces(QPainter& painter) const;
-  void drawBar(QPainter& painter) const;
-  void drawLabels(QPainter& painter) const;
 
   int scale_;
   int width_ = 320;
   int height_ = 200;
   std::vector<StationEntry> stations_;
   Settings settings_;
-  ProfileTraces traces_;
   std::size_t bar_ = 0;
   std::size_t first_ = 0;
   std::function<void()> barMoved_;

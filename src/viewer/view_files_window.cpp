@@ -1,5 +1,6 @@
 #include "viewer/view_files_window.h"
 
+#include <QComboBox>
 #include <QFileDialog>
 #include <QKeyEvent>
 #include <QLabel>
@@ -9,12 +10,16 @@
 #include <QScopeGuard>
 #include <QTimer>
 
+#include "map/map_texts.h"
 #include "platform/qt_text.h"
+#include "survey/export_choices.h"
 #include "ui/key_codes.h"
 #include "ui/screen_layout.h"
 #include "viewer/line_index_store.h"
 #include "viewer/line_view.h"
 #include "viewer/survey_file_loader.h"
+#include "viewer/survey_map.h"
+#include "viewer/survey_pictures.h"
 #include "viewer/view_curve.h"
 #include "viewer/viewer_keys.h"
 #include "viewer/viewer_texts.h"
@@ -28,6 +33,22 @@ constexpr int kHeaderRows = 3;
 constexpr int kReadoutRows = 3;  // station and place; conductivities; inphases
 constexpr int kFontPixels = 11;
 constexpr char kCaption[] = "View Files";
+constexpr int kValueComboWidth = 46;
+
+// The map places the readings as the export writes them: with the lag,
+// layback, offset and gap of EXPORT.INI.
+PositionOptions exportedPositions(const LoggerContext& context) {
+  return positionOptions(loadExportChoices(context.storage.settingsFolder()).choices);
+}
+
+constexpr int kLimitsComboWidth = 66;
+
+QComboBox* makeCombo(QWidget* parent, const char* name) {
+  auto* combo = new QComboBox(parent);
+  combo->setObjectName(QString::fromLatin1(name));
+  combo->setFocusPolicy(Qt::NoFocus);  // the screen keeps every key
+  return combo;
+}
 
 }  // namespace
 
@@ -59,13 +80,18 @@ void ViewFilesWindow::createControls() {
           [this] { viewLine(lines_->currentRow()); });
   connect(makeScreenButton(listPage_, kViewExportId, "&Export"), &QPushButton::clicked, this,
           &ViewFilesWindow::askForExport);
+  connect(makeScreenButton(listPage_, kViewMapId, "&Map"), &QPushButton::clicked, this,
+          &ViewFilesWindow::showMap);
   connect(makeScreenButton(listPage_, kViewExitId, "E&xit"), &QPushButton::clicked, this,
           &ViewFilesWindow::leave);
 
   curvePage_ = new QWidget(this);
   lineLabel_ = new QLabel(curvePage_);
   curve_ = new ViewCurve(scale_, curvePage_);
-  curve_->onBarMoved([this] { showReadout(); });
+  curve_->onBarMoved([this] {
+    showReadout();
+    updateMap();
+  });
   stationLabel_ = new QLabel(curvePage_);
   positionLabel_ = new QLabel(curvePage_);
   for (std::size_t trace = 0; trace < valueLabels_.size(); ++trace) {
@@ -76,7 +102,44 @@ void ViewFilesWindow::createControls() {
           &ViewFilesWindow::showList);
   connect(makeScreenButton(curvePage_, kViewCurveExportId, "&Export"), &QPushButton::clicked, this,
           &ViewFilesWindow::askForExport);
+  connect(makeScreenButton(curvePage_, kViewCurveMapId, "&Map"), &QPushButton::clicked, this,
+          &ViewFilesWindow::showMap);
+  connect(makeScreenButton(curvePage_, kViewCurvePictureId, "&Picture"), &QPushButton::clicked,
+          this, &ViewFilesWindow::savePicture);
   connect(makeScreenButton(curvePage_, kViewCurveExitId, "E&xit"), &QPushButton::clicked, this,
+          &ViewFilesWindow::leave);
+
+  mapPage_ = new QWidget(this);
+  valueCombo_ = makeCombo(mapPage_, "mapValue");
+  for (const std::string_view name : kMapValueNames) valueCombo_->addItem(qText(name));
+  connect(valueCombo_, &QComboBox::activated, this, [this](int index) {
+    chooseValue(static_cast<std::size_t>(index));
+    takeKeys();
+  });
+  limitsCombo_ = makeCombo(mapPage_, "mapLimits");
+  for (const std::string_view name : kLimitsChoices) limitsCombo_->addItem(qText(name));
+  connect(limitsCombo_, &QComboBox::activated, this, [this] {
+    updateMap();
+    takeKeys();
+  });
+  placeLabel_ = new QLabel(mapPage_);
+  placeLabel_->setObjectName(QStringLiteral("mapPlace"));
+  map_ = new SurveyMap(scale_, mapPage_);
+  map_->onTapped([this](std::uint32_t reading) { onMapTapped(reading); });
+  connect(makeScreenButton(mapPage_, kViewMapLinesId, "&Lines"), &QPushButton::clicked, this,
+          &ViewFilesWindow::showList);
+  connect(makeScreenButton(mapPage_, kViewMapExportId, "&Export"), &QPushButton::clicked, this,
+          &ViewFilesWindow::askForExport);
+  QPushButton* back = makeScreenButton(mapPage_, kViewMapBackId, "&Map");
+  back->setCheckable(true);
+  back->setChecked(true);
+  connect(back, &QPushButton::clicked, this, [this, back] {
+    back->setChecked(true);
+    leaveMap();
+  });
+  connect(makeScreenButton(mapPage_, kViewMapPictureId, "&Picture"), &QPushButton::clicked, this,
+          &ViewFilesWindow::savePicture);
+  connect(makeScreenButton(mapPage_, kViewMapExitId, "E&xit"), &QPushButton::clicked, this,
           &ViewFilesWindow::leave);
 }
 
@@ -84,7 +147,7 @@ void ViewFilesWindow::createControls() {
 void ViewFilesWindow::placeControls() {
   const ScreenLayout layout(*this, context_.settings.portraitScreen, scale_);
   const int inner = layout.innerWidth();
-  for (QWidget* page : {listPage_, curvePage_})
+  for (QWidget* page : {listPage_, curvePage_, mapPage_})
     layout.place(page, 0, 0, layout.size().width, layout.size().height);
   const auto placeButtons = [&layout](QWidget* page, std::initializer_list<int> ids) {
     int index = 0;
@@ -98,7 +161,7 @@ void ViewFilesWindow::placeControls() {
   layout.place(headerLabel_, kScreenMargin, headerTop, inner, kHeaderRows * kRowHeight);
   const int listTop = headerTop + kHeaderRows * kRowHeight + kScreenGap;
   layout.place(lines_, kScreenMargin, listTop, inner, layout.buttonRowTop() - kScreenGap - listTop);
-  placeButtons(listPage_, {kViewOpenId, kViewLineId, kViewExportId, kViewExitId});
+  placeButtons(listPage_, {kViewOpenId, kViewLineId, kViewExportId, kViewMapId, kViewExitId});
 
   layout.place(lineLabel_, kScreenMargin, kScreenMargin, inner, kRowHeight);
   const int curveTop = kScreenMargin + kRowHeight;
@@ -114,7 +177,21 @@ void ViewFilesWindow::placeControls() {
   placeReadout(positionLabel_, 1, 0);
   for (std::size_t trace = 0; trace < valueLabels_.size(); ++trace)
     placeReadout(valueLabels_[trace], static_cast<int>(trace % 2), 1 + static_cast<int>(trace / 2));
-  placeButtons(curvePage_, {kViewLinesId, kViewCurveExportId, kViewCurveExitId});
+  placeButtons(curvePage_, {kViewLinesId, kViewCurveExportId, kViewCurveMapId, kViewCurvePictureId,
+                            kViewCurveExitId});
+
+  // The map: its value and limits over it, the line and station marked on it.
+  layout.place(valueCombo_, kScreenMargin, kScreenMargin, kValueComboWidth, kRowHeight + 2);
+  layout.place(limitsCombo_, kScreenMargin + kValueComboWidth + kScreenGap, kScreenMargin,
+               kLimitsComboWidth, kRowHeight + 2);
+  const int placeLeft = kScreenMargin + kValueComboWidth + kLimitsComboWidth + 2 * kScreenGap;
+  layout.place(placeLabel_, placeLeft, kScreenMargin, inner + kScreenMargin - placeLeft,
+               kRowHeight + 2);
+  const int mapTop = kScreenMargin + kRowHeight + 2 + kScreenGap;
+  map_->setLayoutSize(layout.size().width, layout.buttonRowTop() - kScreenGap - mapTop);
+  map_->move(0, mapTop * scale_);
+  placeButtons(mapPage_, {kViewMapLinesId, kViewMapExportId, kViewMapBackId, kViewMapPictureId,
+                          kViewMapExitId});
 }
 
 void ViewFilesWindow::showOverMainWindow() {
@@ -158,7 +235,8 @@ bool ViewFilesWindow::openFile(const std::filesystem::path& path) {
   // whatever had the focus when the file dialog closed.
   takeKeys();
   typedAhead_.emplace();
-  LoadResult loaded = loadSurveyFile(path, this);
+  const PositionOptions positions = exportedPositions(context_);
+  LoadResult loaded = loadSurveyFile(path, positions, this);
   const auto replay = qScopeGuard([this] { replayTypedAhead(); });
   takeKeys();
   if (const auto* failure = std::get_if<LoadFailure>(&loaded)) {
@@ -166,7 +244,15 @@ bool ViewFilesWindow::openFile(const std::filesystem::path& path) {
     return false;
   }
   if (std::holds_alternative<LoadCancelled>(loaded)) return false;
-  file_ = std::move(std::get<SurveyFile>(loaded));
+  ViewedFile& viewed = std::get<ViewedFile>(loaded);
+  file_ = std::move(viewed.survey);
+  mapReadings_ = std::move(viewed.map);
+  placedWith_ = positions;
+  percentiles_ = {};
+  const bool horizontal = file_->identification && file_->identification->dipoleMode == 1;
+  mapValue_ = valueShown(mapReadings_, horizontal ? 1 : 0);
+  map_->showReadings(&mapReadings_);
+  curveLine_.reset();
   filePath_ = path;
   fileName_ = qText(path.filename().string());
   listLines();
@@ -192,6 +278,13 @@ void ViewFilesWindow::listLines() {
 }
 
 bool ViewFilesWindow::viewLine(int index) {
+  if (!loadLine(index)) return false;
+  showPage(curvePage_);
+  return true;
+}
+
+// The line's stations go through the line index files, as they always have.
+bool ViewFilesWindow::loadLine(int index) {
   if (!file_ || index < 0 || static_cast<std::size_t>(index) >= file_->lines.size()) return false;
   const SurveyLine& line = file_->lines[static_cast<std::size_t>(index)];
   auto stored = storeAndReloadLineIndex(context_.storage.settingsFolder(), line.stations);
@@ -203,11 +296,135 @@ bool ViewFilesWindow::viewLine(int index) {
       context_.settings, recordingSettings(file_->identification), curve_->plotHeight());
   const std::string summary = lineSummary(line);
   lineLabel_->setText(qText(summary.substr(0, summary.find('\n'))));
+  curveLine_ = index;
   curve_->showLine(std::move(std::get<std::vector<StationEntry>>(stored)), drawn);
-  listPage_->hide();
-  curvePage_->show();
-  takeKeys();
   return true;
+}
+
+void ViewFilesWindow::showPage(QWidget* page) {
+  for (QWidget* other : {listPage_, curvePage_, mapPage_})
+    if (other != page) other->hide();
+  page->show();
+  takeKeys();
+}
+
+void ViewFilesWindow::showMap() {
+  if (!file_ || mapPage_->isVisible()) return;
+  pageBeforeMap_ = curvePage_->isVisible() ? curvePage_ : listPage_;
+  placeAsExported();
+  updateMap();
+  showPage(mapPage_);
+}
+
+// An export since the file was opened may have set other corrections: the
+// file is read again to place its readings with them.
+void ViewFilesWindow::placeAsExported() {
+  const PositionOptions positions = exportedPositions(context_);
+  if (positions == placedWith_) return;
+  LoadResult loaded = loadSurveyFile(filePath_, positions, this);
+  takeKeys();
+  if (auto* viewed = std::get_if<ViewedFile>(&loaded)) {
+    mapReadings_ = std::move(viewed->map);
+    placedWith_ = positions;
+    percentiles_ = {};
+    map_->showReadings(&mapReadings_);
+  }
+}
+
+void ViewFilesWindow::leaveMap() { showPage(pageBeforeMap_ ? pageBeforeMap_ : listPage_); }
+
+void ViewFilesWindow::chooseValue(std::size_t value) {
+  mapValue_ = value;
+  updateMap();
+}
+
+// The map follows the list, the profile's bar and the choices over it.
+void ViewFilesWindow::updateMap() {
+  if (!file_) return;
+  const auto limitsFrom = static_cast<LimitsFrom>(limitsCombo_->currentIndex());
+  if (!percentiles_[mapValue_]) percentiles_[mapValue_] = percentileLimits(mapReadings_, mapValue_);
+  const std::optional<ColourLimits>& percentiles = *percentiles_[mapValue_];
+  MapScene scene;
+  scene.value = mapValue_;
+  const bool hasLimits = limitsFrom == LimitsFrom::kProfileScales || percentiles.has_value();
+  if (limitsFrom == LimitsFrom::kProfileScales)
+    scene.limits = scaleLimits(context_.settings, mapValue_);
+  else if (percentiles)
+    scene.limits = *percentiles;
+  const int row = lines_->currentRow();
+  const std::string* lineName = nullptr;
+  if (row >= 0 && static_cast<std::size_t>(row) < file_->lines.size()) {
+    scene.selectedLine = static_cast<std::uint32_t>(row);
+    lineName = &file_->lines[static_cast<std::size_t>(row)].name;
+  }
+  std::optional<double> station;
+  if (curveLine_ && curveLine_ == row && !curve_->stations().empty()) {
+    scene.marker = MapStation{static_cast<std::uint32_t>(*curveLine_),
+                              static_cast<std::uint32_t>(curve_->bar())};
+    station = curve_->stations()[curve_->bar()].station;
+  }
+  valueCombo_->setCurrentIndex(static_cast<int>(mapValue_));
+  placeLabel_->setText(qText(mapPlaceText(lineName, station)));
+  map_->setScene(scene, hasLimits);
+}
+
+// A tapped dot chooses its line in the list and its station under the bar.
+void ViewFilesWindow::onMapTapped(std::uint32_t reading) {
+  const MapReading& tapped = mapReadings_.readings.at(reading);
+  const int line = static_cast<int>(tapped.line);
+  lines_->setCurrentRow(line);
+  if (curveLine_ != line && !loadLine(line)) return;
+  curve_->putBar(tapped.station);
+  updateMap();
+}
+
+std::optional<std::filesystem::path> ViewFilesWindow::savePicture() {
+  if (!file_) return std::nullopt;
+  const LayoutSize layout = layoutSize(context_.settings.portraitScreen == 1);
+  const std::string base = filePath_.stem().string();
+  const std::string fileName = filePath_.filename().string();
+  QImage picture;
+  std::string stem;
+  if (mapPage_->isVisible()) {
+    const auto limitsFrom = static_cast<LimitsFrom>(limitsCombo_->currentIndex());
+    picture = mapPicture({.paint = {.map = &mapReadings_,
+                                    .scene = map_->scene(),
+                                    .hasLimits = map_->hasLimits(),
+                                    .view = map_->view()},
+                          .title = mapPictureTitle(fileName, mapValue_, limitsFrom,
+                                                   placeLabel_->text().toStdString())},
+                         layout, kPictureScale);
+    stem = mapPictureStem(base, mapValue_);
+  } else if (curvePage_->isVisible() && curveLine_) {
+    const SurveyLine& line = file_->lines[static_cast<std::size_t>(*curveLine_)];
+    picture = profilePicture({.stations = &curve_->stations(),
+                              .first = curve_->firstShown(),
+                              .columns = curve_->columns(),
+                              .today = context_.settings,
+                              .recorded = recordingSettings(file_->identification),
+                              .title = profilePictureTitle(fileName, line)},
+                             layout, kPictureScale);
+    stem = profilePictureStem(base, line.name);
+  } else {
+    return std::nullopt;
+  }
+  const std::filesystem::path path =
+      freePicturePath(filePath_.parent_path(), stem, [](const std::filesystem::path& candidate) {
+        std::error_code ignored;
+        return std::filesystem::exists(candidate, ignored);
+      });
+  if (const std::optional<std::string> error = gc40::savePicture(picture, path)) {
+    warn(qText(*error));
+    return std::nullopt;
+  }
+  {
+    QMessageBox box(QMessageBox::Information, QString::fromLatin1(kCaption),
+                    QStringLiteral("Picture saved as\n") + qText(path.string()), QMessageBox::Ok,
+                    this);
+    box.exec();
+  }
+  takeKeys();
+  return path;
 }
 
 void ViewFilesWindow::showReadout() {
@@ -227,11 +444,7 @@ QString ViewFilesWindow::readout() const {
   return texts.join(" | ");
 }
 
-void ViewFilesWindow::showList() {
-  curvePage_->hide();
-  listPage_->show();
-  takeKeys();
-}
+void ViewFilesWindow::showList() { showPage(listPage_); }
 
 // A closed dialog leaves no window active: the screen asks for the keys back.
 void ViewFilesWindow::takeKeys() {
@@ -248,6 +461,10 @@ void ViewFilesWindow::askForExport() {
   if (!file_) return;
   emit exportRequested(QString::fromStdString(filePath_.string()));
   takeKeys();
+  if (mapPage_->isVisible()) {
+    placeAsExported();
+    updateMap();
+  }
 }
 
 void ViewFilesWindow::warn(const QString& text) {
@@ -276,7 +493,9 @@ void ViewFilesWindow::replayTypedAhead() {
 }
 
 void ViewFilesWindow::onKey(int keyCode) {
-  const ViewerPage page = curvePage_->isVisible() ? ViewerPage::kProfile : ViewerPage::kLineList;
+  const ViewerPage page = mapPage_->isVisible()     ? ViewerPage::kMap
+                          : curvePage_->isVisible() ? ViewerPage::kProfile
+                                                    : ViewerPage::kLineList;
   const ViewerKeyCommand command = viewerKeyCommand(page, keyCode);
   switch (command.action) {
     case ViewerAction::kNone:
@@ -298,6 +517,17 @@ void ViewFilesWindow::onKey(int keyCode) {
     case ViewerAction::kViewLine:
       viewLine(lines_->currentRow());
       return;
+    case ViewerAction::kShowMap:
+      return showMap();
+    case ViewerAction::kLeaveMap:
+      return leaveMap();
+    case ViewerAction::kSavePicture:
+      savePicture();
+      return;
+    case ViewerAction::kChooseValue:
+      return chooseValue(command.value);
+    case ViewerAction::kMoveMap:
+      return map_->moveView(command.mapMove);
   }
 }
 

@@ -49,6 +49,12 @@ std::string lineSummary(const SurveyLine& line) {
          plural(line.readingStations.size(), "reading");
 }
 
+std::vector<std::string> profilePictureTitle(std::string_view fileName, const SurveyLine& line) {
+  const std::string summary = lineSummary(line);
+  const std::size_t split = summary.find('\n');
+  return {std::string(fileName) + "   " + summary.substr(0, split), summary.substr(split + 1)};
+}
+
 BarReadout barReadout(const StationEntry& station) {
   BarReadout readout{formatFixed(station.station, 2), {}};
   for (std::size_t trace = 0; trace < readout.values.size(); ++trace)

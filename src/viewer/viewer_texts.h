@@ -19,6 +19,9 @@ std::vector<std::string> headerTexts(const SurveyFile& file);
 // "Line 10.00  North" over "47.50 to 37.50, 11 readings".
 std::string lineSummary(const SurveyLine& line);
 
+// The rows above a profile picture: the file and the line, then its stations.
+std::vector<std::string> profilePictureTitle(std::string_view fileName, const SurveyLine& line);
+
 struct BarReadout {
   std::string station;                // "%.2f"
   std::array<std::string, 4> values;  // "%.2f", or "" where the station has none

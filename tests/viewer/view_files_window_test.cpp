@@ -158,10 +158,10 @@ TEST(ViewFilesLoading, ProgressShowsAndCancelStops) {
     progress->cancel();
     return true;
   }});
-  const LoadResult result = loadSurveyFile(folder / "BIG.R40", &screen.window, 0);
+  const LoadResult result = loadSurveyFile(folder / "BIG.R40", {}, &screen.window, 0);
   EXPECT_TRUE(progressShown);
   EXPECT_TRUE(std::holds_alternative<LoadCancelled>(result));
-  const LoadResult missing = loadSurveyFile(folder / "NONE.R40", &screen.window, 0);
+  const LoadResult missing = loadSurveyFile(folder / "NONE.R40", {}, &screen.window, 0);
   ASSERT_TRUE(std::holds_alternative<LoadFailure>(missing));
   EXPECT_TRUE(std::get<LoadFailure>(missing).message.startsWith(
       "Cannot read " + QString::fromStdString((folder / "NONE.R40").string())));

@@ -75,4 +75,40 @@ std::optional<int> parseEpsgCode(std::string_view text) {
   return code;
 }
 
+void NumberOptions::read(const std::string& name, double& value) {
+  if (const auto text = find(name)) {
+    if (const std::optional<double> number = parseNumber(*text))
+      value = *number;
+    else
+      complain(name, *text, "a number");
+  }
+}
+
+void NumberOptions::read(const std::string& name, int& value) {
+  if (const auto text = find(name)) {
+    if (const std::optional<int> number = parseWholeNumber(*text))
+      value = *number;
+    else
+      complain(name, *text, "a whole number");
+  }
+}
+
+std::optional<std::string> NumberOptions::find(const std::string& name) const {
+  const auto found = arguments_.values.find(name);
+  if (found == arguments_.values.end()) return std::nullopt;
+  return found->second;
+}
+
+void NumberOptions::complain(const std::string& name, const std::string& text, const char* wanted) {
+  if (error_.empty()) error_ = name + " wants " + wanted + ", not \"" + text + "\"";
+}
+
+const std::vector<OptionSpec> kPositionOptions = {{"--layback"}, {"--offset"}, {"--max-gap"}};
+
+void readPositionOptions(NumberOptions& numbers, PositionOptions& options) {
+  numbers.read("--layback", options.laybackM);
+  numbers.read("--offset", options.crossTrackM);
+  numbers.read("--max-gap", options.maxGapS);
+}
+
 }  // namespace gc40

@@ -9,6 +9,8 @@
 #include <string_view>
 #include <vector>
 
+#include "survey/reading_positions.h"
+
 namespace gc40 {
 
 struct OptionSpec {
@@ -35,5 +37,26 @@ std::optional<int> parseWholeNumber(std::string_view text);
 
 // "EPSG:32633" (any case) or "32633".
 std::optional<int> parseEpsgCode(std::string_view text);
+
+// Reads the numeric options, remembering the first that is not a number.
+class NumberOptions {
+ public:
+  explicit NumberOptions(const CommandArguments& arguments) : arguments_(arguments) {}
+
+  void read(const std::string& name, double& value);
+  void read(const std::string& name, int& value);
+  const std::string& error() const { return error_; }
+
+ private:
+  std::optional<std::string> find(const std::string& name) const;
+  void complain(const std::string& name, const std::string& text, const char* wanted);
+
+  const CommandArguments& arguments_;
+  std::string error_;
+};
+
+// --layback M, --offset M and --max-gap S, as every survey command takes them.
+extern const std::vector<OptionSpec> kPositionOptions;
+void readPositionOptions(NumberOptions& numbers, PositionOptions& options);
 
 }  // namespace gc40

@@ -5,6 +5,7 @@
 //   r40 meter CAPTURE  the readings gc40 takes from a meter's bytes
 //   r40 export FILE... -o OUT   every reading as a point feature (GIS formats)
 //   r40 lag FILE...    the meter-to-GPS lag the survey shows
+//   r40 plot FILE --map OUT.png | --profile LINE OUT.png   pictures for reports
 // Exit 2 when a file cannot be read or the command line is wrong.
 
 #include <filesystem>
@@ -19,6 +20,7 @@
 #include "base/raw_file.h"
 #include "capture_listings.h"
 #include "datafile/data_file_reader.h"
+#include "plot_command.h"
 #include "survey_commands.h"
 
 namespace gc40 {
@@ -118,15 +120,19 @@ int usage() {
                "       r40 gps CAPTURE     each line a GPS receiver sent, as gc40 judges it\n"
                "       r40 meter CAPTURE   the readings gc40 takes from a meter's bytes\n"
                "       r40 export FILE... -o OUT [options]   every reading as a point feature\n"
-               "       r40 lag FILE... [options]   the lag of the meter behind the GPS\n";
+               "       r40 lag FILE... [options]   the lag of the meter behind the GPS\n"
+               "       r40 plot FILE --map OUT.png [options]   the map of the survey\n"
+               "       r40 plot FILE --profile LINE OUT.png [options]   a line's profile\n";
   return kTrouble;
 }
 
 int run(int argc, char** argv) {
-  if (argc >= 2 && (argv[1] == std::string_view("export") || argv[1] == std::string_view("lag"))) {
+  if (argc >= 2) {
+    const std::string_view name = argv[1];
     const std::vector<std::string> arguments(argv + 2, argv + argc);
-    return argv[1] == std::string_view("export") ? runExportCommand(arguments)
-                                                 : runLagCommand(arguments);
+    if (name == "export") return runExportCommand(arguments);
+    if (name == "lag") return runLagCommand(arguments);
+    if (name == "plot") return runPlotCommand(arguments);
   }
   const std::string_view command = argc == 3 ? argv[1] : "";
   if (command != "dump" && command != "check" && command != "gps" && command != "meter")

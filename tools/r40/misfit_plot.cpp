@@ -1,19 +1,16 @@
 #include "misfit_plot.h"
 
 #include <QFont>
-#include <QGuiApplication>
 #include <QImage>
 #include <QPainter>
 #include <QPainterPath>
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
-#include <filesystem>
 #include <limits>
-#include <memory>
 #include <vector>
 
 #include "base/number_text.h"
+#include "ui/offscreen_gui.h"
 
 namespace gc40 {
 namespace {
@@ -46,44 +43,10 @@ int decimalsFor(double step) {
 
 QString text(const std::string& value) { return QString::fromStdString(value); }
 
-// QPainter draws text only with a QGuiApplication, which r40 otherwise has
-// no use for. Qt also wants a runtime folder: without XDG_RUNTIME_DIR it
-// would leave /tmp/runtime-USER behind, so a private one lives as long as
-// the drawing does.
-class DrawingGui {
- public:
-  DrawingGui() {
-    if (QGuiApplication::instance()) return;
-    if (!std::getenv("QT_QPA_PLATFORM")) setenv("QT_QPA_PLATFORM", "offscreen", 1);
-    if (!std::getenv("XDG_RUNTIME_DIR")) {
-      std::string folder = (std::filesystem::temp_directory_path() / "r40-XXXXXX").string();
-      if (mkdtemp(folder.data())) {
-        runtimeFolder_ = folder;
-        setenv("XDG_RUNTIME_DIR", folder.c_str(), 1);
-      }
-    }
-    app_ = std::make_unique<QGuiApplication>(argc_, argv_);
-  }
-  ~DrawingGui() {
-    app_.reset();
-    std::error_code ignored;
-    if (!runtimeFolder_.empty()) std::filesystem::remove_all(runtimeFolder_, ignored);
-  }
-  DrawingGui(const DrawingGui&) = delete;
-  DrawingGui& operator=(const DrawingGui&) = delete;
-
- private:
-  int argc_ = 1;
-  char name_[4] = "r40";
-  char* argv_[2] = {name_, nullptr};
-  std::filesystem::path runtimeFolder_;
-  std::unique_ptr<QGuiApplication> app_;
-};
-
 }  // namespace
 
 bool drawMisfitPlot(const LagEstimate& estimate, const std::string& path, std::string& error) {
-  const DrawingGui gui;
+  const OffscreenGui gui;
   double low = std::numeric_limits<double>::infinity(), high = -low;
   for (const LagMisfit& point : estimate.curve) {
     if (!std::isfinite(point.misfit)) continue;

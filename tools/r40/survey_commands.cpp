@@ -7,14 +7,13 @@
 #include <optional>
 
 #include "base/number_text.h"
-#include "base/raw_file.h"
 #include "command_options.h"
-#include "datafile/data_file_reader.h"
 #include "export/readings_export.h"
 #include "misfit_plot.h"
 #include "progress_line.h"
 #include "survey/lag_estimate.h"
 #include "survey/survey_lines.h"
+#include "survey_input.h"
 
 namespace gc40 {
 namespace {
@@ -25,51 +24,6 @@ constexpr int kNoEstimate = 1;
 int fail(const std::string& message) {
   std::cerr << "r40: " << message << '\n';
   return kTrouble;
-}
-
-// Reads the numeric options, remembering the first that is not a number.
-class NumberOptions {
- public:
-  explicit NumberOptions(const CommandArguments& arguments) : arguments_(arguments) {}
-
-  void read(const std::string& name, double& value) {
-    if (const auto text = find(name)) {
-      if (const std::optional<double> number = parseNumber(*text))
-        value = *number;
-      else
-        complain(name, *text, "a number");
-    }
-  }
-  void read(const std::string& name, int& value) {
-    if (const auto text = find(name)) {
-      if (const std::optional<int> number = parseWholeNumber(*text))
-        value = *number;
-      else
-        complain(name, *text, "a whole number");
-    }
-  }
-  const std::string& error() const { return error_; }
-
- private:
-  std::optional<std::string> find(const std::string& name) const {
-    const auto found = arguments_.values.find(name);
-    if (found == arguments_.values.end()) return std::nullopt;
-    return found->second;
-  }
-  void complain(const std::string& name, const std::string& text, const char* wanted) {
-    if (error_.empty()) error_ = name + " wants " + wanted + ", not \"" + text + "\"";
-  }
-
-  const CommandArguments& arguments_;
-  std::string error_;
-};
-
-const std::vector<OptionSpec> kPositionOptions = {{"--layback"}, {"--offset"}, {"--max-gap"}};
-
-void readPositionOptions(NumberOptions& numbers, PositionOptions& options) {
-  numbers.read("--layback", options.laybackM);
-  numbers.read("--offset", options.crossTrackM);
-  numbers.read("--max-gap", options.maxGapS);
 }
 
 int exportUsage(std::ostream& out, int status) {
@@ -105,32 +59,6 @@ int lagUsage(std::ostream& out, int status) {
   out << "usage: r40 lag FILE... [--layback M] [--offset M] [--max-gap S]\n"
          "               [--from MS] [--to MS] [--step MS] [--radius M] [--plot PNG]\n";
   return status;
-}
-
-struct LoadedSurvey {
-  DataFileContents contents;
-  SurveyFile survey;
-};
-
-std::optional<LoadedSurvey> loadSurvey(const std::filesystem::path& path, std::string& error) {
-  std::error_code code;
-  const bool regular = std::filesystem::is_regular_file(path, code);
-  std::optional<std::string> bytes;
-  if (regular) bytes = readFilePrefix(path, std::string::npos);
-  if (!bytes) {
-    error = path.string() + ": " +
-            (code      ? code.message()
-             : regular ? "cannot be read"
-                       : "not a regular file");
-    return std::nullopt;
-  }
-  LoadedSurvey loaded{readDataFile(*bytes), {}};
-  if (loaded.contents.records.empty()) {
-    error = path.string() + ": not a data file (no record could be read)";
-    return std::nullopt;
-  }
-  loaded.survey = *splitSurveyLines(loaded.contents);
-  return loaded;
 }
 
 }  // namespace
