@@ -26,6 +26,7 @@
 #include "gc40-sim/survey_walk.h"
 #include "gc40-sim/synthetic_ground.h"
 #include "harness/child_process.h"
+#include "harness/csv_fields.h"
 #include "harness/temp_folder.h"
 
 namespace gc40 {
@@ -57,24 +58,6 @@ GridOffset gridOffset(const SurveyOptions& survey, const EastNorth& from, const 
   const double east = to.east - from.east, north = to.north - from.north;
   return {east * std::sin(bearing) + north * std::cos(bearing),
           east * std::cos(bearing) - north * std::sin(bearing)};
-}
-
-// The fields of one line of a CSV file, quotes taken off.
-std::vector<std::string> csvFields(std::string_view line) {
-  std::vector<std::string> fields(1);
-  bool quoted = false;
-  for (std::size_t i = 0; i < line.size(); ++i) {
-    const char c = line[i];
-    if (c == '"' && quoted && i + 1 < line.size() && line[i + 1] == '"')
-      fields.back() += line[++i];
-    else if (c == '"')
-      quoted = !quoted;
-    else if (c == ',' && !quoted)
-      fields.emplace_back();
-    else if (c != '\r')
-      fields.back() += c;
-  }
-  return fields;
 }
 
 // A reading as the export placed it, in the order of the file.

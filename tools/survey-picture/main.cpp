@@ -25,6 +25,7 @@
 #include <vector>
 
 #include "base/number_text.h"
+#include "harness/csv_fields.h"
 
 namespace {
 
@@ -50,24 +51,6 @@ struct Panel {
   std::vector<Dot> dots;
 };
 
-// The fields of one CSV line, quotes taken off.
-std::vector<std::string> csvFields(std::string_view line) {
-  std::vector<std::string> fields(1);
-  bool quoted = false;
-  for (std::size_t i = 0; i < line.size(); ++i) {
-    const char c = line[i];
-    if (c == '"' && quoted && i + 1 < line.size() && line[i + 1] == '"')
-      fields.back() += line[++i];
-    else if (c == '"')
-      quoted = !quoted;
-    else if (c == ',' && !quoted)
-      fields.emplace_back();
-    else if (c != '\r')
-      fields.back() += c;
-  }
-  return fields;
-}
-
 // A whole field as a number; empty fields (no position, no value) give none.
 std::optional<double> number(const std::string& field) {
   double value = 0;
@@ -86,7 +69,7 @@ std::optional<std::vector<Dot>> readDots(const std::string& path, const std::str
     error = path + ": cannot be read";
     return std::nullopt;
   }
-  const std::vector<std::string> header = csvFields(line);
+  const std::vector<std::string> header = gc40::csvFields(line);
   const auto find = [&](const std::string& name) {
     return static_cast<std::size_t>(std::find(header.begin(), header.end(), name) - header.begin());
   };
@@ -98,7 +81,7 @@ std::optional<std::vector<Dot>> readDots(const std::string& path, const std::str
   }
   std::vector<Dot> dots;
   while (std::getline(in, line)) {
-    const std::vector<std::string> row = csvFields(line);
+    const std::vector<std::string> row = gc40::csvFields(line);
     if (row.size() != header.size()) continue;
     const auto lat = number(row[latitude]), lon = number(row[longitude]), v = number(row[value]);
     if (lat && lon && v) dots.push_back({*lat, *lon, *v});
