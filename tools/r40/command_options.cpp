@@ -7,7 +7,7 @@
 namespace gc40 {
 
 std::optional<CommandArguments> parseCommandArguments(const std::vector<std::string>& arguments,
-                                                      const std::vector<OptionSpec>& specs,
+                                                      const std::vector<KnownOption>& known,
                                                       std::string& error) {
   CommandArguments result;
   bool optionsEnded = false;
@@ -23,14 +23,14 @@ std::optional<CommandArguments> parseCommandArguments(const std::vector<std::str
     }
     const std::size_t equals = argument.find('=');
     const std::string name = argument.substr(0, equals);
-    const OptionSpec* spec = nullptr;
-    for (const OptionSpec& candidate : specs)
-      if (candidate.name == name) spec = &candidate;
-    if (!spec) {
+    const KnownOption* option = nullptr;
+    for (const KnownOption& candidate : known)
+      if (candidate.name == name) option = &candidate;
+    if (!option) {
       error = "unknown option " + name;
       return std::nullopt;
     }
-    if (!spec->takesValue) {
+    if (!option->takesValue) {
       if (equals != std::string::npos) {
         error = name + " takes no value";
         return std::nullopt;
@@ -103,7 +103,7 @@ void NumberOptions::complain(const std::string& name, const std::string& text, c
   if (error_.empty()) error_ = name + " wants " + wanted + ", not \"" + text + "\"";
 }
 
-const std::vector<OptionSpec> kPositionOptions = {{"--layback"}, {"--offset"}, {"--max-gap"}};
+const std::vector<KnownOption> kPositionOptions = {{"--layback"}, {"--offset"}, {"--max-gap"}};
 
 void readPositionOptions(NumberOptions& numbers, PositionOptions& options) {
   numbers.read("--layback", options.laybackM);

@@ -13,7 +13,7 @@
 
 namespace gc40 {
 
-struct OptionSpec {
+struct KnownOption {
   std::string name;  // "--lag", or a short "-o"
   bool takesValue = true;
 };
@@ -28,7 +28,7 @@ struct CommandArguments {
 
 // Nullopt with `error` for an unknown option or one without its value.
 std::optional<CommandArguments> parseCommandArguments(const std::vector<std::string>& arguments,
-                                                      const std::vector<OptionSpec>& specs,
+                                                      const std::vector<KnownOption>& known,
                                                       std::string& error);
 
 // The whole text as a number, as the C locale reads it; nullopt otherwise.
@@ -56,7 +56,7 @@ class NumberOptions {
 };
 
 // --layback M, --offset M and --max-gap S, as every survey command takes them.
-extern const std::vector<OptionSpec> kPositionOptions;
+extern const std::vector<KnownOption> kPositionOptions;
 void readPositionOptions(NumberOptions& numbers, PositionOptions& options);
 
 }  // namespace gc40

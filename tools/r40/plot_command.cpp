@@ -155,20 +155,20 @@ int plotProfile(const PlotRequest& request, const std::string& lineName, const s
 }  // namespace
 
 int runPlotCommand(const std::vector<std::string>& arguments) {
-  std::vector<OptionSpec> specs = {{"--map"},
-                                   {"--profile"},
-                                   {"--value"},
-                                   {"--line"},
-                                   {"--scales", false},
-                                   {"--portrait", false},
-                                   {"--landscape", false},
-                                   {"--scale"},
-                                   {"--storage"},
-                                   {"--lag"},
-                                   {"--help", false}};
-  specs.insert(specs.end(), kPositionOptions.begin(), kPositionOptions.end());
+  std::vector<KnownOption> known = {{"--map"},
+                                    {"--profile"},
+                                    {"--value"},
+                                    {"--line"},
+                                    {"--scales", false},
+                                    {"--portrait", false},
+                                    {"--landscape", false},
+                                    {"--scale"},
+                                    {"--storage"},
+                                    {"--lag"},
+                                    {"--help", false}};
+  known.insert(known.end(), kPositionOptions.begin(), kPositionOptions.end());
   std::string error;
-  const std::optional<CommandArguments> parsed = parseCommandArguments(arguments, specs, error);
+  const std::optional<CommandArguments> parsed = parseCommandArguments(arguments, known, error);
   if (!parsed) return fail(error);
   const CommandArguments& args = *parsed;
   if (args.has("--help")) return plotUsage(std::cout, 0);

@@ -64,20 +64,20 @@ int lagUsage(std::ostream& out, int status) {
 }  // namespace
 
 int runExportCommand(const std::vector<std::string>& arguments) {
-  std::vector<OptionSpec> specs = {{"-o"},
-                                   {"--output"},
-                                   {"--format"},
-                                   {"--crs"},
-                                   {"--utm", false},
-                                   {"--lag"},
-                                   {"--emagpy", false},
-                                   {"--spacing"},
-                                   {"--frequency"},
-                                   {"--height"},
-                                   {"--spatial-index", false}};
-  specs.insert(specs.end(), kPositionOptions.begin(), kPositionOptions.end());
+  std::vector<KnownOption> known = {{"-o"},
+                                    {"--output"},
+                                    {"--format"},
+                                    {"--crs"},
+                                    {"--utm", false},
+                                    {"--lag"},
+                                    {"--emagpy", false},
+                                    {"--spacing"},
+                                    {"--frequency"},
+                                    {"--height"},
+                                    {"--spatial-index", false}};
+  known.insert(known.end(), kPositionOptions.begin(), kPositionOptions.end());
   std::string error;
-  const std::optional<CommandArguments> parsed = parseCommandArguments(arguments, specs, error);
+  const std::optional<CommandArguments> parsed = parseCommandArguments(arguments, known, error);
   if (!parsed) return fail(error);
   const CommandArguments& args = *parsed;
   if (args.has("--help")) return exportUsage(std::cout, 0);
@@ -128,11 +128,11 @@ int runExportCommand(const std::vector<std::string>& arguments) {
 }
 
 int runLagCommand(const std::vector<std::string>& arguments) {
-  std::vector<OptionSpec> specs = {{"--from"},   {"--to"},   {"--step"},
-                                   {"--radius"}, {"--plot"}, {"--help", false}};
-  specs.insert(specs.end(), kPositionOptions.begin(), kPositionOptions.end());
+  std::vector<KnownOption> known = {{"--from"},   {"--to"},   {"--step"},
+                                    {"--radius"}, {"--plot"}, {"--help", false}};
+  known.insert(known.end(), kPositionOptions.begin(), kPositionOptions.end());
   std::string error;
-  const std::optional<CommandArguments> parsed = parseCommandArguments(arguments, specs, error);
+  const std::optional<CommandArguments> parsed = parseCommandArguments(arguments, known, error);
   if (!parsed) return fail(error);
   const CommandArguments& args = *parsed;
   if (args.has("--help")) return lagUsage(std::cout, 0);
