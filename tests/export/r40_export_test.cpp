@@ -14,31 +14,18 @@
 #include "harness/child_process.h"
 #include "harness/temp_folder.h"
 #include "harness/walked_survey.h"
+#include "support/r40_run.h"
 
 namespace gc40 {
 namespace {
 
+using testing::r40;
+using testing::R40Run;
 using testing::readBytes;
 using testing::TempFolder;
 using testing::WalkedSurvey;
 using testing::walkedSurveyFile;
 using testing::writeBytes;
-
-struct R40Run {
-  int status = -1;
-  std::string out;
-  std::string err;
-};
-
-R40Run r40(const TempFolder& folder, const std::vector<std::string>& arguments) {
-  const std::filesystem::path errors = folder.path() / "stderr.txt";
-  testing::ChildProcess run(R40_BINARY, arguments, errors);
-  R40Run result;
-  result.out = run.readAll(std::chrono::seconds(60));
-  result.status = run.waitForExit(std::chrono::seconds(10)).value_or(-1);
-  result.err = readBytes(errors);
-  return result;
-}
 
 struct Layer {
   std::vector<std::string> fields;

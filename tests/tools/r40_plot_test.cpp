@@ -11,6 +11,7 @@
 #include "harness/temp_folder.h"
 #include "map/map_colours.h"
 #include "settings/settings_file.h"
+#include "support/r40_run.h"
 #include "support/test_application.h"
 #include "survey/export_choices.h"
 
@@ -18,22 +19,6 @@ namespace gc40 {
 namespace {
 
 using namespace gc40::testing;
-
-struct R40Run {
-  int status = -1;
-  std::string out;
-  std::string err;
-};
-
-R40Run r40(const TempFolder& folder, const std::vector<std::string>& arguments) {
-  const std::filesystem::path errors = folder.path() / "stderr.txt";
-  ChildProcess run(R40_BINARY, arguments, errors);
-  R40Run result;
-  result.out = run.readAll(std::chrono::seconds(60));
-  result.status = run.waitForExit(std::chrono::seconds(10)).value_or(-1);
-  result.err = readBytes(errors);
-  return result;
-}
 
 int pixelsOf(const QImage& image, QRgb colour) {
   int count = 0;

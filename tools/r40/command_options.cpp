@@ -3,8 +3,14 @@
 #include <cctype>
 #include <charconv>
 #include <cmath>
+#include <iostream>
 
 namespace gc40 {
+
+int fail(const std::string& message) {
+  std::cerr << "r40: " << message << '\n';
+  return kTrouble;
+}
 
 std::optional<CommandArguments> parseCommandArguments(const std::vector<std::string>& arguments,
                                                       const std::vector<KnownOption>& known,

@@ -13,6 +13,12 @@
 
 namespace gc40 {
 
+// r40's exit status for a bad command line or an input it cannot read.
+inline constexpr int kTrouble = 2;
+
+// Prints "r40: MESSAGE" on standard error and gives kTrouble.
+int fail(const std::string& message);
+
 struct KnownOption {
   std::string name;  // "--lag", or a short "-o"
   bool takesValue = true;

@@ -19,14 +19,13 @@
 #include "base/number_text.h"
 #include "base/raw_file.h"
 #include "capture_listings.h"
+#include "command_options.h"
 #include "datafile/data_file_reader.h"
 #include "plot_command.h"
 #include "survey_commands.h"
 
 namespace gc40 {
 namespace {
-
-constexpr int kTrouble = 2;
 
 std::string number(std::int64_t value) { return formatInteger(value); }
 

@@ -20,14 +20,8 @@
 namespace gc40 {
 namespace {
 
-constexpr int kTrouble = 2;
 constexpr int kMaxScale = 8;
 constexpr std::string_view kDataFolderName = "DATA40";
-
-int fail(const std::string& message) {
-  std::cerr << "r40: " << message << '\n';
-  return kTrouble;
-}
 
 int plotUsage(std::ostream& out, int status) {
   out << "usage: r40 plot FILE --map OUT.png [--value cv|ch|iv|ih] [--line NAME] [--scales]\n"

@@ -18,13 +18,7 @@
 namespace gc40 {
 namespace {
 
-constexpr int kTrouble = 2;
 constexpr int kNoEstimate = 1;
-
-int fail(const std::string& message) {
-  std::cerr << "r40: " << message << '\n';
-  return kTrouble;
-}
 
 int exportUsage(std::ostream& out, int status) {
   out << "usage: r40 export FILE... -o OUT [--format NAME] [--crs EPSG:NNNN | --utm]\n"
