@@ -19,6 +19,7 @@
 #include "datafile/record_writers.h"
 #include "harness/child_process.h"
 #include "harness/temp_folder.h"
+#include "support/r40_run.h"
 
 namespace gc40 {
 namespace {
@@ -243,12 +244,10 @@ TEST(DataFileReader, FaultsAreReportedWhereTheyLieAndTheRestIsRead) {
 // capture listings are the GPS and instrument tests' .chk files.
 TEST(R40, DumpsChecksListsCapturesAndExitsTwoOnAMissingFile) {
   TempFolder folder;
-  const std::string path = folder.path() / "a.R40", errors = folder.path() / "stderr.txt";
+  const std::string path = folder.path() / "a.R40";
   const auto r40 = [&](const std::vector<std::string>& arguments) {
-    testing::ChildProcess run(R40_BINARY, arguments, errors);
-    const std::string output = run.readAll();
-    return std::pair(run.waitForExit(std::chrono::seconds(10)).value_or(-1),
-                     output + readBytes(errors));
+    const testing::R40Run run = testing::r40(folder, arguments);
+    return std::pair(run.status, run.out + run.err);
   };
   const std::string bytes =
       text(std::vector{formatReadingRecord("T1123.4-05.6", 3000000000u),

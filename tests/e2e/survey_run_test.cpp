@@ -28,6 +28,7 @@
 #include "harness/child_process.h"
 #include "harness/csv_fields.h"
 #include "harness/temp_folder.h"
+#include "support/r40_run.h"
 
 namespace gc40 {
 namespace {
@@ -128,17 +129,6 @@ std::optional<TargetPeak> peakOver(const SurveyOptions& survey, const EastNorth&
   return peak;
 }
 
-struct R40Run {
-  std::optional<int> status;
-  std::string output;
-};
-
-R40Run r40(const std::vector<std::string>& arguments, const std::filesystem::path& errors) {
-  testing::ChildProcess run(R40_BINARY, arguments, errors);
-  std::string output = run.readAll(60s);
-  return {run.waitForExit(10s), std::move(output)};
-}
-
 class SurveyRun : public WholeRun {
  protected:
   SurveyRun() {
@@ -172,25 +162,24 @@ TEST_F(SurveyRun, TheEstimatedLagPutsEveryTargetWhereItIsAndNoCorrectionShiftsTh
   std::filesystem::copy_file(dataFile, GC40_TEST_OUTPUT_DIR "/survey.R40",
                              std::filesystem::copy_options::overwrite_existing);
   const std::string layback = formatFixed(survey.layback, 1);
-  const std::filesystem::path errors = folder.path() / "r40-errors.txt";
-  const R40Run lag = r40({"lag", dataFile.string(), "--layback", layback}, errors);
-  ASSERT_EQ(lag.status, 0) << testing::readBytes(errors);
+  const testing::R40Run lag =
+      testing::r40(folder, {"lag", dataFile.string(), "--layback", layback});
+  ASSERT_EQ(lag.status, 0) << lag.err;
   int lagMs = 0, uncertaintyMs = 0;
-  ASSERT_EQ(std::sscanf(lag.output.c_str(), "lag: %d ms +/- %d ms", &lagMs, &uncertaintyMs), 2)
-      << lag.output;
+  ASSERT_EQ(std::sscanf(lag.out.c_str(), "lag: %d ms +/- %d ms", &lagMs, &uncertaintyMs), 2)
+      << lag.out;
   const double trueLagMs = static_cast<double>(survey.trueLag.count());
   EXPECT_NEAR(lagMs, trueLagMs, 60) << "give or take " << uncertaintyMs;
   RecordProperty("lag_ms", std::to_string(lagMs) + " +/- " + std::to_string(uncertaintyMs));
   const std::filesystem::path asRecorded = folder.path() / "as_recorded.csv",
                               corrected = folder.path() / "corrected.csv";
-  ASSERT_EQ(r40({"export", dataFile.string(), "-o", asRecorded.string()}, errors).status, 0)
-      << testing::readBytes(errors);
-  ASSERT_EQ(r40({"export", dataFile.string(), "-o", corrected.string(), "--lag",
-                 std::to_string(lagMs), "--layback", layback},
-                errors)
-                .status,
-            0)
-      << testing::readBytes(errors);
+  const testing::R40Run plain =
+      testing::r40(folder, {"export", dataFile.string(), "-o", asRecorded.string()});
+  ASSERT_EQ(plain.status, 0) << plain.err;
+  const testing::R40Run fixed =
+      testing::r40(folder, {"export", dataFile.string(), "-o", corrected.string(), "--lag",
+                            std::to_string(lagMs), "--layback", layback});
+  ASSERT_EQ(fixed.status, 0) << fixed.err;
 
   // As recorded, a reading stands where the antenna was when it arrived,
   // while the sensor read the ground as far behind as the walker went in the
