@@ -167,6 +167,7 @@ void measureCpu(const std::string& gc40, std::chrono::seconds warmUp, std::chron
   Copier gpsCopier(rig.folder(), "copier-receiver", copied);
   rig.startLogging();
   rig.watch().stopNotifications();  // the paced writes wake the pumping often enough
+  rig.send("mute recorded");        // the field has no one to tell; the file is watched instead
   PtyFeed meter({rig.meterMaster(), meterCopier.link.masterFd()});
   PtyFeed gps({rig.gpsMaster(), gpsCopier.link.masterFd()});
   PacedSource source(&meter, &gps, Clock::now());

@@ -1,6 +1,8 @@
 #include "logging/profile_plot.h"
 
+#include <algorithm>
 #include <cmath>
+#include <cstdlib>
 
 #include "base/number_text.h"
 
@@ -109,6 +111,43 @@ ScaleLabelStyles scaleLabelStyles(const ProfileTraces& traces, const Settings& s
   if (conductivity >= 0) styles.conductivity = {true, settings.traceColour[conductivity]};
   if (inphase >= 0) styles.inphase = {true, settings.traceColour[inphase]};
   return styles;
+}
+
+namespace {
+
+double squaredDistanceToSegment(double x, double y, double ax, double ay, double bx, double by) {
+  const double dx = bx - ax, dy = by - ay;
+  const double length = dx * dx + dy * dy;
+  const double along =
+      length > 0 ? std::clamp(((x - ax) * dx + (y - ay) * dy) / length, 0.0, 1.0) : 0.0;
+  const double ex = x - (ax + along * dx), ey = y - (ay + along * dy);
+  return ex * ex + ey * ey;
+}
+
+// Where a line from `from` that moves `rise` over `run` stands after `part`
+// of the run, to the nearest whole pixel.
+int roundedAlong(int from, int part, int run, int rise) {
+  return from + int(std::floor(double(part) * rise / run + 0.5));
+}
+
+bool thinLineCovers(const StrokeShape& s, int x, int y) {
+  const int dx = s.toX - s.fromX, dy = s.toY - s.fromY;
+  if (std::abs(dy) >= std::abs(dx)) {
+    if (y < std::min(s.fromY, s.toY) || y > std::max(s.fromY, s.toY)) return false;
+    return x == (dy == 0 ? s.fromX : roundedAlong(s.fromX, y - s.fromY, dy, dx));
+  }
+  if (x < std::min(s.fromX, s.toX) || x > std::max(s.fromX, s.toX)) return false;
+  return y == roundedAlong(s.fromY, x - s.fromX, dx, dy);
+}
+
+}  // namespace
+
+bool strokeCovers(const StrokeShape& shape, int x, int y) {
+  if (shape.width <= 1) return thinLineCovers(shape, x, y);
+  const double radius = shape.width / 2.0;
+  const double offset = shape.width % 2 != 0 ? 0.5 : 0.0;
+  return squaredDistanceToSegment(x + 0.5, y + 0.5, shape.fromX + offset, shape.fromY + offset,
+                                  shape.toX + offset, shape.toY + offset) < radius * radius;
 }
 
 }  // namespace gc40

@@ -2,6 +2,7 @@
 // The live profile's arithmetic: where a value falls, when the picture
 // scrolls, what each recorded reading draws, and the grey grid.
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <string>
@@ -34,6 +35,42 @@ struct TraceStroke {
 
   bool operator==(const TraceStroke&) const = default;
 };
+
+// A stroke's pixels. A thick one covers the pixels whose centre lies nearer
+// than half the width to the segment, so both ends come out round; an odd
+// width centres on the pixel given, an even one on its top-left corner, so a
+// line is exactly `width` pixels across. A one-pixel line takes one pixel a
+// row, or a column where it runs flatter than 45 degrees.
+struct StrokeShape {
+  int fromX = 0, fromY = 0, toX = 0, toY = 0;
+  int width = 1;
+};
+
+// Inclusive pixel bounds.
+struct PixelBox {
+  int left = 0, top = 0, right = 0, bottom = 0;
+};
+
+bool strokeCovers(const StrokeShape& shape, int x, int y);
+
+// Calls fill(y, fromX, toX) for each row of `clip` the stroke covers, with
+// the inclusive run of columns it covers there (one run: the shape is convex).
+template <typename Fill>
+void forEachStrokeRun(const StrokeShape& shape, const PixelBox& clip, Fill fill) {
+  const int reach = shape.width > 1 ? (shape.width + 1) / 2 : 0;
+  const int left = std::max(clip.left, std::min(shape.fromX, shape.toX) - reach);
+  const int right = std::min(clip.right, std::max(shape.fromX, shape.toX) + reach);
+  const int top = std::max(clip.top, std::min(shape.fromY, shape.toY) - reach);
+  const int bottom = std::min(clip.bottom, std::max(shape.fromY, shape.toY) + reach);
+  for (int y = top; y <= bottom; ++y) {
+    int from = left;
+    while (from <= right && !strokeCovers(shape, from, y)) ++from;
+    if (from > right) continue;
+    int to = right;
+    while (!strokeCovers(shape, to, y)) --to;
+    fill(y, from, to);
+  }
+}
 
 struct ProfileState {
   bool profileStarted = false;

@@ -59,9 +59,7 @@ void ProfileView::addReading(const FiledValues& filed, std::int32_t readingsAtSt
   const ProfileStep step =
       addReadingToProfile(state_, filed, readingsAtStation, traces_, settings_, traceContinues);
   if (step.scroll) scroll();
-  if (step.strokes.empty()) return;
-  QPainter painter(&ring_);
-  for (const TraceStroke& stroke : step.strokes) pending_ += drawStroke(painter, stroke);
+  for (const TraceStroke& stroke : step.strokes) pending_ += drawStroke(stroke);
 }
 
 QImage ProfileView::picture() const {
@@ -110,11 +108,16 @@ void ProfileView::drawGreyLine(int y, int lineWidth, int fromX, int toX) {
 // Straight into the pixels: a painter per grid line costs more than the line.
 void ProfileView::fillPicture(const QRect& area, QRgb colour) {
   inPieces(area, [&](const QRect& part, int shift) {
-    for (int y = part.top(); y <= part.bottom(); ++y) {
-      auto* line = reinterpret_cast<QRgb*>(ring_.scanLine(y)) + shift;
-      std::fill(line + part.left(), line + part.right() + 1, colour);
-    }
+    for (int y = part.top(); y <= part.bottom(); ++y)
+      fillRun(y, part.left(), part.right(), shift, colour);
   });
+}
+
+// Columns fromX..toX of row y (picture pixels) in `colour`, the ring's
+// columns being the picture's plus `shift`.
+void ProfileView::fillRun(int y, int fromX, int toX, int shift, QRgb colour) {
+  auto* line = reinterpret_cast<QRgb*>(ring_.scanLine(y)) + shift;
+  std::fill(line + fromX, line + toX + 1, colour);
 }
 
 // Two columns to the left; the newest three columns blank again but for the
@@ -130,31 +133,27 @@ void ProfileView::scroll() {
   pending_ += newest;
 }
 
-// Draws one stroke and returns the part of the picture it may have touched.
-QRect ProfileView::drawStroke(QPainter& painter, const TraceStroke& stroke) {
+// Draws one stroke, straight into the pixels as the grid is (a painter for
+// each reading cost more than the rest of its way from port to screen), and
+// returns the part of the picture it may have touched.
+QRect ProfileView::drawStroke(const TraceStroke& stroke) {
   const auto trace = static_cast<std::size_t>(stroke.trace);
-  QPen pen(qColour(settings_.traceColour[trace]),
-           effectiveTraceThickness(settings_.traceThickness[trace]));
-  pen.setCapStyle(Qt::RoundCap);
-  painter.setPen(pen);
+  const QRgb colour = qColour(settings_.traceColour[trace]).rgb();
+  const int width = effectiveTraceThickness(settings_.traceThickness[trace]);
   const auto drawable = [this](std::int32_t y) {
     return std::clamp(y, -kFarOff, plotHeight_ + kFarOff);
   };
   const QPoint newest(plotWidth_, drawable(stroke.y));
   const QPoint from =
       stroke.joined ? QPoint(plotWidth_ - kProfileScrollPixels, drawable(stroke.fromY)) : newest;
-  const int reach = pen.width();  // round caps and rounding reach no further
-  const QRect touched = QRect(from, newest).normalized().adjusted(-reach, -reach, reach, reach);
+  const StrokeShape shape{from.x(), from.y(), newest.x(), newest.y(), width};
+  const QRect touched = QRect(from, newest).normalized().adjusted(-width, -width, width, width);
   // Each stretch of the ring gets the stroke clipped to its own columns, so
   // nothing past the picture's right edge comes round to its left.
   inPieces(touched, [&](const QRect& part, int shift) {
-    painter.setTransform(QTransform::fromTranslate(shift, 0));
-    painter.setClipRect(part);
-    if (stroke.joined) {
-      painter.drawLine(from, newest);
-    } else {
-      painter.drawPoint(newest);
-    }
+    const PixelBox clip{part.left(), part.top(), part.right(), part.bottom()};
+    forEachStrokeRun(shape, clip,
+                     [&](int y, int fromX, int toX) { fillRun(y, fromX, toX, shift, colour); });
   });
   return touched;
 }

@@ -47,10 +47,11 @@ class ProfileView : public QWidget {
  private:
   void drawGreyLine(int y, int lineWidth, int fromX, int toX);
   void fillPicture(const QRect& area, QRgb colour);
+  void fillRun(int y, int fromX, int toX, int shift, QRgb colour);
   template <typename Draw>
   void inPieces(const QRect& area, Draw draw) const;
   void scroll();
-  QRect drawStroke(QPainter& painter, const TraceStroke& stroke);
+  QRect drawStroke(const TraceStroke& stroke);
   QRect onScreen(const QRect& area) const;
   void drawLabels(QPainter& painter);
 

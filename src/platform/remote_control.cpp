@@ -150,6 +150,7 @@ void RemoteControl::runCommand(const QString& line) {
   if (verb == "key") pressKey(argument);
   if (verb == "text") typeText(argument);
   if (verb == "click") clickButton(argument);
+  if (verb == "mute") muted_.append(argument + ' ');
   if (verb == "shot") {
     // The keys sent before it have their effect first, as they would have on screen.
     QCoreApplication::sendPostedEvents();
@@ -168,6 +169,8 @@ void RemoteControl::reportFront() {
 }
 
 void RemoteControl::report(const QString& line) {
+  for (const QString& word : muted_)
+    if (line.startsWith(word)) return;
   const QByteArray bytes = (line + "\n").toUtf8();
   std::fwrite(bytes.constData(), 1, std::size_t(bytes.size()), stdout);
   std::fflush(stdout);

@@ -9,6 +9,8 @@
 //   text LINE7          typed into the widget that has the focus
 //   click 460 | click Yes   the visible button in the window in front with that
 //                           id, or with that text (without its '&')
+//   mute recorded       report() lines that start with that word are left out
+//                       (a benchmark of the field's cost has no use for them)
 //
 // Out: "front TITLE" whenever the window in front (a dialog or message box, or
 // else the main window) changes, with " / SCREEN" added when the keys go to
@@ -19,6 +21,7 @@
 #include <QObject>
 #include <QSocketNotifier>
 #include <QString>
+#include <QStringList>
 #include <QTimer>
 
 namespace gc40 {
@@ -43,6 +46,7 @@ class RemoteControl : public QObject {
   QTimer frontWatch_;
   QString buffered_;
   QString lastFront_;
+  QStringList muted_;
   bool reportedOnce_ = false;
 };
 

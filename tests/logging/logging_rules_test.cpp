@@ -2,6 +2,7 @@
 
 #include <limits>
 #include <optional>
+#include <string>
 #include <tuple>
 #include <vector>
 
@@ -178,6 +179,44 @@ TEST(ProfilePlot, NoGridWithoutASpan) {
     recomputeScaleFactors(settings);
     EXPECT_TRUE(profileGrid(settings).lineYs.empty()) << min;
   }
+}
+
+// The stroke's pixels in `box`, row by row, '#' where it covers one; also
+// fails when a run leaves the box or comes twice for one row.
+std::vector<std::string> strokePicture(const StrokeShape& shape, const PixelBox& box) {
+  const auto width = std::size_t(box.right - box.left + 1);
+  std::vector<std::string> rows(std::size_t(box.bottom - box.top + 1), std::string(width, '.'));
+  std::vector<bool> seen(rows.size());
+  forEachStrokeRun(shape, box, [&](int y, int fromX, int toX) {
+    ASSERT_TRUE(y >= box.top && y <= box.bottom && fromX >= box.left && toX <= box.right);
+    EXPECT_FALSE(seen[std::size_t(y - box.top)]) << "row " << y << " twice";
+    seen[std::size_t(y - box.top)] = true;
+    for (int x = fromX; x <= toX; ++x)
+      rows[std::size_t(y - box.top)][std::size_t(x - box.left)] = '#';
+  });
+  return rows;
+}
+
+// Thin lines take one pixel a row (steep) or a column (flat); thick ones are
+// their width across with round ends, odd widths on the pixel, even ones on
+// its corner; nothing lands outside the box, however far off the value.
+TEST(ProfilePlot, StrokesCoverTheirWidthWithRoundEnds) {
+  const PixelBox box{0, 0, 6, 6};
+  using Rows = std::vector<std::string>;
+  EXPECT_EQ(strokePicture({3, 3, 3, 3, 1}, box),
+            (Rows{".......", ".......", ".......", "...#...", ".......", ".......", "......."}));
+  EXPECT_EQ(strokePicture({1, 0, 3, 6, 1}, box),
+            (Rows{".#.....", ".#.....", "..#....", "..#....", "..#....", "...#...", "...#..."}));
+  EXPECT_EQ(strokePicture({0, 1, 6, 4, 1}, box),
+            (Rows{".......", "#......", ".##....", "...##..", ".....##", ".......", "......."}));
+  EXPECT_EQ(strokePicture({3, 3, 3, 3, 3}, box),
+            (Rows{".......", ".......", "..###..", "..###..", "..###..", ".......", "......."}));
+  EXPECT_EQ(strokePicture({3, 3, 3, 3, 4}, box),
+            (Rows{".......", "..##...", ".####..", ".####..", "..##...", ".......", "......."}));
+  EXPECT_EQ(strokePicture({0, 3, 6, 3, 2}, box),
+            (Rows{".......", ".......", "#######", "#######", ".......", ".......", "......."}));
+  EXPECT_EQ(strokePicture({4, 3, 6, 1 << 16, 3}, box),
+            (Rows{".......", ".......", "...###.", "...###.", "...###.", "...###.", "...###."}));
 }
 
 }  // namespace
