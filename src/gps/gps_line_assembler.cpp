@@ -33,4 +33,13 @@ void judgeGpsLine(std::string_view text, std::uint32_t tick,
   onLine(line);
 }
 
+std::vector<GpsLine> judgeGpsChunk(GpsLineAssembler& assembler, std::string_view bytes,
+                                   std::uint32_t tick) {
+  std::vector<GpsLine> lines;
+  assembler.feed(bytes, tick, [&](std::string_view text, std::uint32_t at) {
+    judgeGpsLine(text, at, [&](const GpsLine& line) { lines.push_back(line); });
+  });
+  return lines;
+}
+
 }  // namespace gc40

@@ -10,6 +10,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace gc40 {
 
@@ -44,5 +45,10 @@ struct GpsLine {
 // checksum test, which it fails.
 void judgeGpsLine(std::string_view text, std::uint32_t tick,
                   const std::function<void(const GpsLine&)>& onLine);
+
+// The judged lines that `bytes` arriving at `tick` complete, in order: what
+// one read of the port gives the logging run.
+std::vector<GpsLine> judgeGpsChunk(GpsLineAssembler& assembler, std::string_view bytes,
+                                   std::uint32_t tick);
 
 }  // namespace gc40

@@ -1,18 +1,16 @@
 #include "gps/gps_reader.h"
 
+#include <vector>
+
 namespace gc40 {
 
-GpsReader::GpsReader(std::unique_ptr<QSerialPort> port, LineHandler onLine, RawCapture* capture,
+GpsReader::GpsReader(std::unique_ptr<QSerialPort> port, LinesHandler onLines, RawCapture* capture,
                      QObject* parent)
     : QObject(parent),
-      onLine_(std::move(onLine)),
+      onLines_(std::move(onLines)),
       port_(
           std::move(port),
-          [this](std::string_view bytes, std::uint32_t tick) {
-            assembler_.feed(bytes, tick, [this](std::string_view text, std::uint32_t at) {
-              judgeWhileRunning(text, at);
-            });
-          },
+          [this](std::string_view bytes, std::uint32_t tick) { handOnLines(bytes, tick); },
           capture) {}
 
 void GpsReader::start() {
@@ -20,10 +18,11 @@ void GpsReader::start() {
   port_.start();
 }
 
-void GpsReader::judgeWhileRunning(std::string_view text, std::uint32_t tick) {
-  judgeGpsLine(text, tick, [this](const GpsLine& line) {
-    if (port_.running()) onLine_(line);
-  });
+// The port reader calls this only while it runs, and judging the lines
+// cannot stop it.
+void GpsReader::handOnLines(std::string_view bytes, std::uint32_t tick) {
+  const std::vector<GpsLine> lines = judgeGpsChunk(assembler_, bytes, tick);
+  if (!lines.empty()) onLines_(lines);
 }
 
 }  // namespace gc40

@@ -48,7 +48,8 @@ std::optional<QString> LoggingLinks::start(std::unique_ptr<QSerialPort> instrume
   SerialPortOpening opening = openGpsPort(context_.settings, context_.ports);
   if (!opening.port) return opening.failure;
   gpsReader_ = new GpsReader(
-      std::move(opening.port), [this](const GpsLine& line) { session_.onGpsLine(line); },
+      std::move(opening.port),
+      [this](std::span<const GpsLine> lines) { session_.onGpsLines(lines); },
       gpsCapture_ ? &*gpsCapture_ : nullptr, this);
   gpsReader_->start();
   return std::nullopt;

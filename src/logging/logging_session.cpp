@@ -2,6 +2,7 @@
 
 #include <array>
 #include <utility>
+#include <vector>
 
 #include "base/number_text.h"
 #include "base/text_codec.h"
@@ -15,6 +16,22 @@
 #include "settings/setting_choices.h"
 
 namespace gc40 {
+namespace {
+
+// The lines' records one after another, each lettered by its verdict.
+std::vector<DataRecord> gpsRecords(std::span<const GpsLine> lines) {
+  using namespace recordLetter;
+  std::vector<DataRecord> records;
+  for (const GpsLine& line : lines) {
+    const std::vector<DataRecord> formed =
+        formatGpsRecords(line.text, line.tick, line.valid ? kGpsValid : kGpsInvalid,
+                         line.valid ? kGpsValidContinuation : kGpsInvalidContinuation);
+    records.insert(records.end(), formed.begin(), formed.end());
+  }
+  return records;
+}
+
+}  // namespace
 
 LoggingSession::LoggingSession(Settings& settings, RecordFramer& framer, LoggingView& view,
                                LoggingClock& clock)
@@ -302,15 +319,16 @@ bool LoggingSession::exitLogging(bool forced) {
   return true;
 }
 
-void LoggingSession::onGpsLine(const GpsLine& line) {
-  const bool recording = state_.loggingState == LoggingState::kLogging && dataFile_;
-  if (!gpsDisplaySuppressed_) view_.showGps(onGpsSentence(gps_, line.text, line.valid, recording));
-  if (!recording) return;
-  using namespace recordLetter;
-  toFile([&](DataFile& file) {
-    return writeGpsRecords(file, line.text, line.tick, line.valid ? kGpsValid : kGpsInvalid,
-                           line.valid ? kGpsValidContinuation : kGpsInvalidContinuation);
-  });
+// A receiver sends a fix's sentences together: one write takes them all.
+// They are shown after it, so that a fix is counted only once it is on file.
+void LoggingSession::onGpsLines(std::span<const GpsLine> lines) {
+  if (lines.empty()) return;
+  const bool recorded =
+      state_.loggingState == LoggingState::kLogging &&
+      toFile([&](DataFile& file) { return file.writeRecords(gpsRecords(lines)); });
+  if (gpsDisplaySuppressed_) return;
+  for (const GpsLine& line : lines)
+    view_.showGps(onGpsSentence(gps_, line.text, line.valid, recorded));
 }
 
 void LoggingSession::shutDown() {

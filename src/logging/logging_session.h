@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -48,9 +49,10 @@ class LoggingSession {
   void onReading(std::string_view record, std::uint32_t arrival);
   // The connection timer fired.
   void onTimerTick();
-  // A line from the GPS receiver with its verdict: shown unless the display
-  // is suppressed, and recorded while logging.
-  void onGpsLine(const GpsLine& line);
+  // The lines one read of the GPS port completed, in order, with their
+  // verdicts: recorded while logging, all in one write, and each shown
+  // unless the display is suppressed.
+  void onGpsLines(std::span<const GpsLine> lines);
   // `gpsDisplaySuppressed`: the screen sets it while one of its dialogs is up.
   void setGpsDisplaySuppressed(bool suppressed) { gpsDisplaySuppressed_ = suppressed; }
   // Leaves the window, asking first when a file is open unless forced. False

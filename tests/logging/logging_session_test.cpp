@@ -97,6 +97,7 @@ struct FakeView : LoggingView {
 constexpr char kReleased = 0x20;
 constexpr char kPressed = 0x60;
 const std::string kGga = "$GPGGA,123519,4807.038,N,01131.000,E,1,08,0.9,545.4,M,46.9,M,,*47";
+const std::string kGsa = "$GPGSA,A,3,04,05,,09,12,,,24,,,,,2.5,1.3,2.1*39";
 
 struct LoggingRun : ::testing::Test {
   void start() { session.prepareRun(ProfileTraces{}); }
@@ -140,10 +141,9 @@ struct LoggingRun : ::testing::Test {
     return shortened;
   }
 
+  // One read of the GPS port, as the reader hands it on.
   void gpsBytes(std::string_view bytes, std::uint32_t tick) {
-    gpsAssembler.feed(bytes, tick, [&](std::string_view text, std::uint32_t at) {
-      judgeGpsLine(text, at, [&](const GpsLine& line) { session.onGpsLine(line); });
-    });
+    session.onGpsLines(judgeGpsChunk(gpsAssembler, bytes, tick));
   }
 
   Settings settings;
@@ -254,7 +254,7 @@ TEST_F(LoggingRun, GpsSentencesAreWrittenOnlyWhileLoggingInArrivalOrder) {
   start();
   gpsBytes(kGga + "\r\n", 1);  // Monitor: shown, not counted
   keys("CG");
-  gpsBytes(kGga + "\r\n$GPGSA,A,3,04,05,,09,12,,,24,,,,,2.5,1.3,2.1*39\r\n", 2);
+  gpsBytes(kGga + "\r\n" + kGsa + "\r\n", 2);
   reading(kReleased);
   gpsBytes("ABC\r\n" + badGga + "\r\n", 3);
   session.setGpsDisplaySuppressed(true);
@@ -268,8 +268,7 @@ TEST_F(LoggingRun, GpsSentencesAreWrittenOnlyWhileLoggingInArrivalOrder) {
   EXPECT_EQ(shown, (Lines{"gps -| 8|AGPS|-", "gps 1    | 8|AGPS|-", "gps -|-|-|2.5 ", "gps -|-|-|-",
                           "gps -|-|-|-", "gps -|??||-", "gps -| 8|AGPS|-"}));
   EXPECT_EQ(recordsAfterHeader(),
-            (Lines{"X$STARTED", "@" + kGga + "!2",
-                   "@$GPGSA,A,3,04,05,,09,12,,,24,,,,,2.5,1.3,2.1*39!2", "T 012.0-01.5", "?ABC!2",
+            (Lines{"X$STARTED", "@" + kGga + "!2", "@" + kGsa + "!2", "T 012.0-01.5", "?ABC!2",
                    "?ABC!2", "?" + badGga + "!3", "@" + kGga + "!4", "X$PAUSED"}));
 }
 
@@ -318,17 +317,19 @@ TEST_F(LoggingRun, EveryRecordRestartsTheConnectionWatch) {
   EXPECT_EQ(recordsAfterHeader(), expected);
 }
 
-// A device that fills up in the middle of a GPS sentence: none of the
-// sentence stays in the file, recording stops there with the reason, and
+// A device that fills up in the middle of one read's GPS sentences: they
+// went in one write, so none of them stays in the file, not even the GGA that
+// had room. Recording stops there with the reason and the fix is not counted;
 // from then on readings are shown but not taken for recorded, until a new
-// file is created.
+// file is created, which holds nothing of the failed read.
 TEST_F(LoggingRun, AFullDeviceStopsTheRecordingAtItsLastWholeRecord) {
   constexpr std::size_t kHeaderAndStart = 8 * dataRecordLength;
+  constexpr std::size_t kGgaRecords = 5 * dataRecordLength;  // four and the "!"
   {
-    testing::FileSizeLimit limit(kHeaderAndStart + 2 * dataRecordLength + 50);
+    testing::FileSizeLimit limit(kHeaderAndStart + 2 * dataRecordLength + kGgaRecords + 50);
     startLogging();
     for (int i = 0; i < 2; ++i) reading(kReleased);
-    gpsBytes(kGga + "\r\n", 1);  // four records and the "!": the third is cut short
+    gpsBytes(kGga + "\r\n" + kGsa + "\r\n", 1);  // the GSA's third record is cut short
     reading(kReleased);
     EXPECT_EQ(session.state().loggingState, LoggingState::kMonitor);
     session.onKey(' ');  // Monitor has no pause
@@ -338,7 +339,8 @@ TEST_F(LoggingRun, AFullDeviceStopsTheRecordingAtItsLastWholeRecord) {
   EXPECT_EQ(recorded, (std::vector<bool>{true, true, false}));
   const auto failed = std::find(view.calls.rbegin(), view.calls.rend(), "state Monitor").base();
   EXPECT_EQ(Lines(failed, view.calls.end()),
-            (Lines{"", "monitor buttons", "write failed RUN123456.R40: File too large"}));
+            (Lines{"", "monitor buttons", "write failed RUN123456.R40: File too large",
+                   "gps -| 8|AGPS|-", "gps -|-|-|2.5 "}));
   EXPECT_EQ(recordsAfterHeader(), (Lines{"X$STARTED", "T 012.0-01.5", "T 012.0-01.5"}));
   EXPECT_EQ(std::filesystem::file_size(view.folder.path() / view.fileName),
             kHeaderAndStart + 2 * dataRecordLength);
@@ -346,8 +348,10 @@ TEST_F(LoggingRun, AFullDeviceStopsTheRecordingAtItsLastWholeRecord) {
   view.fileName = "RUN2.R40";  // room again: a new file records
   keys("CG");
   reading(kReleased);
+  gpsBytes(kGga + "\r\n", 2);
   EXPECT_TRUE(view.readings.back().recorded);
-  EXPECT_EQ(recordsAfterHeader(), (Lines{"X$STARTED", "T 012.0-01.5"}));
+  EXPECT_EQ(recordsAfterHeader(), (Lines{"X$STARTED", "T 012.0-01.5", "@" + kGga + "!2"}));
+  EXPECT_EQ(view.calls.back(), "gps 1    | 8|AGPS|-");  // the first fix on file
 }
 
 // Written records reach the storage device within a second, on the timer

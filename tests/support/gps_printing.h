@@ -24,11 +24,7 @@ inline void PrintTo(const GpsFieldsShown& shown, std::ostream* out) {
 
 inline std::vector<GpsLine> judgedGpsLines(std::string_view bytes, std::uint32_t tick = 0) {
   GpsLineAssembler assembler;
-  std::vector<GpsLine> lines;
-  assembler.feed(bytes, tick, [&](std::string_view text, std::uint32_t at) {
-    judgeGpsLine(text, at, [&](const GpsLine& line) { lines.push_back(line); });
-  });
-  return lines;
+  return judgeGpsChunk(assembler, bytes, tick);
 }
 
 }  // namespace gc40
