@@ -56,15 +56,28 @@ std::optional<QString> LoggingLinks::start(std::unique_ptr<QSerialPort> instrume
 }
 
 // Every good record keeps the connection watch quiet; only the record that
-// completes a reading is shown and recorded.
+// completes a reading is shown and recorded. The wait for the storage device
+// comes after the reading is on file and on its way to the screen.
 RecordHandlers LoggingLinks::recordHandlers() {
-  return {
-      .onRecord = [this](std::string_view, std::uint32_t tick) { session_.onRecordArrived(tick); },
-      .onReading =
-          [this](std::string_view record, std::uint32_t tick) {
-            session_.onReading(record, tick);
-            emit readingHandled();
-          }};
+  return {.onRecord =
+              [this](std::string_view, std::uint32_t tick) {
+                session_.onRecordArrived(tick);
+                holdOffTimer();
+              },
+          .onReading =
+              [this](std::string_view record, std::uint32_t tick) {
+                session_.onReading(record, tick);
+                session_.syncIfDue();
+                emit readingHandled();
+              }};
+}
+
+// While the meter's records flow the timer has nothing to watch: each record
+// puts its tick a whole period off, so that it wakes the program only once
+// the meter falls quiet. Its other duties, the sync and the last repaint,
+// ride on the readings meanwhile.
+void LoggingLinks::holdOffTimer() {
+  if (connectionTimer_.isActive()) connectionTimer_.start();
 }
 
 void LoggingLinks::stop() {

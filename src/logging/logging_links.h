@@ -55,6 +55,7 @@ class LoggingLinks : public QObject {
 
  private:
   RecordHandlers recordHandlers();
+  void holdOffTimer();
   void startRawCaptures();
 
   LoggerContext& context_;

@@ -277,14 +277,17 @@ bool LoggingSession::recordReading(std::string_view record, std::uint32_t arriva
 
 void LoggingSession::onTimerTick() {
   if (!running_ || watchStopped_) return;
-  // Syncing here keeps the wait for the storage device off the readings' path.
-  if (unsyncedSince_ && clock_.tickCount() - *unsyncedSince_ >= kSyncAfterMs) syncFile();
+  syncIfDue();
   if (clock_.tickCount() - lastRecordTick_ <= kConnectionTimeoutMs) return;
   if (++staleTicks_ < kStaleTicksToGiveUp) {
     reportConnectionBreak();
   } else {
     giveUpConnection();
   }
+}
+
+void LoggingSession::syncIfDue() {
+  if (unsyncedSince_ && clock_.tickCount() - *unsyncedSince_ >= kSyncAfterMs) syncFile();
 }
 
 void LoggingSession::reportConnectionBreak() {

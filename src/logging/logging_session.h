@@ -23,8 +23,9 @@ namespace gc40 {
 
 inline constexpr std::uint32_t kConnectionTimeoutMs = 300;  // also the timer's period
 inline constexpr std::int32_t kStaleTicksToGiveUp = 6;
-// Written records wait at most this long, plus one timer period, before they
-// are synced to storage, so a power cut loses less than a second.
+// Written records wait at most this long, plus one timer period or one
+// reading, before they are synced to storage, so a power cut loses less than
+// a second.
 inline constexpr std::uint32_t kSyncAfterMs = 500;
 
 class LoggingSession {
@@ -49,6 +50,9 @@ class LoggingSession {
   void onReading(std::string_view record, std::uint32_t arrival);
   // The connection timer fired.
   void onTimerTick();
+  // Written records that have waited kSyncAfterMs go to the storage device.
+  // The timer's tick does this too, but it sleeps while records flow.
+  void syncIfDue();
   // The lines one read of the GPS port completed, in order, with their
   // verdicts: recorded while logging, all in one write, and each shown
   // unless the display is suppressed.

@@ -50,7 +50,7 @@ void ProfileView::restart() {
   for (int y : grid_.lineYs) drawGreyLine(y, 1, 0, right);
   state_ = ProfileState{};
   pendingScroll_ = 0;
-  pending_ = QRegion();
+  pending_ = QRect();
   update();
 }
 
@@ -59,7 +59,7 @@ void ProfileView::addReading(const FiledValues& filed, std::int32_t readingsAtSt
   const ProfileStep step =
       addReadingToProfile(state_, filed, readingsAtStation, traces_, settings_, traceContinues);
   if (step.scroll) scroll();
-  for (const TraceStroke& stroke : step.strokes) pending_ += drawStroke(stroke);
+  for (const TraceStroke& stroke : step.strokes) pending_ |= drawStroke(stroke);
 }
 
 QImage ProfileView::picture() const {
@@ -87,9 +87,9 @@ void ProfileView::inPieces(const QRect& area, Draw draw) const {
 // columns and the strokes are drawn again.
 void ProfileView::showPending() {
   if (pendingScroll_ > 0) QWidget::scroll(-pendingScroll_ * scale_, 0, onScreen(ring_.rect()));
-  for (const QRect& area : pending_) update(onScreen(area));
+  if (!pending_.isEmpty()) update(onScreen(pending_));
   pendingScroll_ = 0;
-  pending_ = QRegion();
+  pending_ = QRect();
 }
 
 // `area` of the picture (layout pixels) in widget pixels.
@@ -129,8 +129,7 @@ void ProfileView::scroll() {
   drawGreyLine(grid_.zeroY, grid_.zeroLineWidth, plotWidth_ - 1, plotWidth_ + 1);
   for (int y : grid_.lineYs) drawGreyLine(y, 1, plotWidth_ - 1, plotWidth_ + 1);
   pendingScroll_ += kProfileScrollPixels;
-  pending_.translate(-kProfileScrollPixels, 0);
-  pending_ += newest;
+  pending_ = pending_.translated(-kProfileScrollPixels, 0) | newest;
 }
 
 // Draws one stroke, straight into the pixels as the grid is (a painter for

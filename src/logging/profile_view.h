@@ -5,7 +5,7 @@
 // window's scale, so a repaint never loses history.
 
 #include <QImage>
-#include <QRegion>
+#include <QRect>
 #include <QWidget>
 #include <array>
 #include <cstdint>
@@ -66,10 +66,11 @@ class ProfileView : public QWidget {
   // column of ring_ that holds the picture's first), not its pixels.
   QImage ring_;
   int origin_ = 0;
-  // What changed since the screen last caught up: columns scrolled, and the
-  // parts of the picture drawn (where they are after those scrolls).
+  // What changed since the screen last caught up: columns scrolled, and
+  // around the parts of the picture drawn (where they are after those
+  // scrolls). All of it lies at the newest columns, so one rectangle does.
   int pendingScroll_ = 0;
-  QRegion pending_;
+  QRect pending_;
 };
 
 }  // namespace gc40

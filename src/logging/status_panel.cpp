@@ -3,6 +3,7 @@
 #include <QFontMetrics>
 #include <QPaintEvent>
 #include <QPainter>
+#include <QRegion>
 
 #include "logging/status_texts.h"
 #include "platform/battery.h"
@@ -95,13 +96,16 @@ void StatusPanel::setText(StatusField field, const QString& text) {
 }
 
 void StatusPanel::setTextLater(StatusField field, const QString& text) {
-  if (keepText(field, text)) pending_ += fieldRect(field);
+  if (keepText(field, text)) pending_.set(static_cast<std::size_t>(field));
 }
 
 void StatusPanel::showPending() {
-  if (pending_.isEmpty()) return;
-  update(pending_);
-  pending_ = QRegion();
+  if (pending_.none()) return;
+  QRegion changed;
+  for (int i = 0; i < kStatusFieldCount; ++i)
+    if (pending_.test(std::size_t(i))) changed += fieldRect(static_cast<StatusField>(i));
+  update(changed);
+  pending_.reset();
 }
 
 // False when the field already shows `text`.

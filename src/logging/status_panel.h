@@ -4,9 +4,9 @@
 // of each reading. Every field keeps its text, so a repaint shows what was
 // last set, and a change repaints only the field it touches.
 
-#include <QRegion>
 #include <QString>
 #include <QWidget>
+#include <bitset>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -67,7 +67,9 @@ class StatusPanel : public QWidget {
   StatusLayout layout_;
   std::array<QString, kStatusFieldCount> texts_;
   std::uint32_t batteryTick_ = 0;
-  QRegion pending_;  // changed fields not yet handed to update()
+  // Changed fields not yet handed to update(): a region grown per reading
+  // cost more than the texts.
+  std::bitset<kStatusFieldCount> pending_;
 };
 
 }  // namespace gc40
