@@ -1,5 +1,7 @@
 #include "instrument/port_reader.h"
 
+#include <algorithm>
+
 #include "platform/clock.h"
 #include "platform/log_categories.h"
 #include "platform/raw_capture.h"
@@ -36,9 +38,12 @@ bool PortReader::isOpen() const { return port_->isOpen(); }
 
 void PortReader::readAvailable() {
   if (!running_) return;
-  const QByteArray bytes = port_->readAll();
-  if (bytes.isEmpty()) return;
-  const std::string_view view(bytes.constData(), static_cast<std::size_t>(bytes.size()));
+  // Into a buffer kept from read to read: readAll() sets out a fresh 16 KiB
+  // array each time, which cost more than the few bytes a record brings.
+  chunk_.resize(static_cast<std::size_t>(std::max<qint64>(port_->bytesAvailable(), 0)));
+  const qint64 got = port_->read(chunk_.data(), static_cast<qint64>(chunk_.size()));
+  if (got <= 0) return;
+  const std::string_view view(chunk_.data(), static_cast<std::size_t>(got));
   if (capture_) capture_->write(view);
   onBytes_(view, platform::tickCount());
 }

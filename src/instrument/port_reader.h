@@ -11,6 +11,7 @@
 #include <functional>
 #include <memory>
 #include <string_view>
+#include <vector>
 
 namespace gc40 {
 
@@ -53,6 +54,7 @@ class PortReader : public QObject {
   std::unique_ptr<QSerialPort> port_;
   BytesHandler onBytes_;
   RawCapture* capture_;
+  std::vector<char> chunk_;
   bool running_ = false;
 };
 

@@ -21,6 +21,7 @@ list(APPEND GC40_QT_FILES
   logging/comment_dialog.cpp
   logging/profile_scale_dialog.cpp
   logging/status_panel.cpp logging/status_panel.h
+  logging/field_text.cpp logging/field_text.h
   logging/profile_view.cpp logging/profile_view.h
   logging/logging_links.cpp logging/logging_links.h
   logging/logging_window.cpp logging/logging_window.h

@@ -49,7 +49,6 @@ void ProfileView::restart() {
   drawGreyLine(grid_.zeroY, grid_.zeroLineWidth, 0, right);
   for (int y : grid_.lineYs) drawGreyLine(y, 1, 0, right);
   state_ = ProfileState{};
-  pendingScroll_ = 0;
   pending_ = QRect();
   update();
 }
@@ -83,12 +82,10 @@ void ProfileView::inPieces(const QRect& area, Draw draw) const {
   if (!afterSeam.isEmpty()) draw(afterSeam, origin_ - width);
 }
 
-// The screen moves its own pixels for the scrolls, so only the newest
-// columns and the strokes are drawn again.
+// Drawn at once rather than posted for later: a posted repaint wakes the
+// program once more.
 void ProfileView::showPending() {
-  if (pendingScroll_ > 0) QWidget::scroll(-pendingScroll_ * scale_, 0, onScreen(ring_.rect()));
-  if (!pending_.isEmpty()) update(onScreen(pending_));
-  pendingScroll_ = 0;
+  if (!pending_.isEmpty()) repaint(onScreen(pending_));
   pending_ = QRect();
 }
 
@@ -128,8 +125,9 @@ void ProfileView::scroll() {
   fillPicture(newest, qRgb(255, 255, 255));
   drawGreyLine(grid_.zeroY, grid_.zeroLineWidth, plotWidth_ - 1, plotWidth_ + 1);
   for (int y : grid_.lineYs) drawGreyLine(y, 1, plotWidth_ - 1, plotWidth_ + 1);
-  pendingScroll_ += kProfileScrollPixels;
-  pending_ = pending_.translated(-kProfileScrollPixels, 0) | newest;
+  // The whole plot is drawn again, which costs no more than moving the
+  // screen's pixels would.
+  pending_ = ring_.rect();
 }
 
 // Draws one stroke, straight into the pixels as the grid is (a painter for

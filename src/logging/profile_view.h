@@ -35,7 +35,7 @@ class ProfileView : public QWidget {
   void addReading(const FiledValues& filed, std::int32_t readingsAtStation,
                   std::array<std::int32_t, kTraceCount>& traceContinues);
 
-  // Draws what the readings since the last call changed.
+  // Draws what the readings since the last call changed, at once.
   void showPending();
 
   // The plot in layout pixels: plot width + 2 by plotHeight + 1.
@@ -66,10 +66,8 @@ class ProfileView : public QWidget {
   // column of ring_ that holds the picture's first), not its pixels.
   QImage ring_;
   int origin_ = 0;
-  // What changed since the screen last caught up: columns scrolled, and
-  // around the parts of the picture drawn (where they are after those
-  // scrolls). All of it lies at the newest columns, so one rectangle does.
-  int pendingScroll_ = 0;
+  // Around what changed since the screen last caught up: all of it after a
+  // scroll, else the newest columns' strokes, so one rectangle does.
   QRect pending_;
 };
 

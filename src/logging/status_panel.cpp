@@ -16,6 +16,11 @@ constexpr int kFontPixels = 14;
 
 QRect toQRect(const FieldRect& r) { return QRect(r.x, r.y, r.width, r.height); }
 
+QFont panelFont(QFont font, int scale) {
+  font.setPixelSize(kFontPixels * scale);
+  return font;
+}
+
 }  // namespace
 
 StatusPanel::BatterySource StatusPanel::machineBattery() {
@@ -23,11 +28,12 @@ StatusPanel::BatterySource StatusPanel::machineBattery() {
 }
 
 StatusPanel::StatusPanel(bool portrait, int scale, BatterySource battery, QWidget* parent)
-    : QWidget(parent), portrait_(portrait), battery_(std::move(battery)) {
-  QFont font = this->font();
-  font.setPixelSize(kFontPixels * scale);
-  setFont(font);
-  const QFontMetrics metrics(font);
+    : QWidget(parent),
+      portrait_(portrait),
+      battery_(std::move(battery)),
+      fieldText_(panelFont(font(), scale)) {
+  setFont(panelFont(font(), scale));
+  const QFontMetrics metrics(font());
   const auto textWidth = [&metrics](std::string_view text) {
     return metrics.horizontalAdvance(qText(text));
   };
@@ -104,7 +110,7 @@ void StatusPanel::showPending() {
   QRegion changed;
   for (int i = 0; i < kStatusFieldCount; ++i)
     if (pending_.test(std::size_t(i))) changed += fieldRect(static_cast<StatusField>(i));
-  update(changed);
+  repaint(changed);
   pending_.reset();
 }
 
@@ -138,7 +144,7 @@ void StatusPanel::paintEvent(QPaintEvent* event) {
     // A text wider than its field (a huge value, a long line name) is cut at
     // the field's edge rather than drawn over its neighbour.
     painter.setClipRect(rect);
-    painter.drawText(rect, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, shown);
+    fieldText_.draw(painter, rect, shown);
   }
 }
 

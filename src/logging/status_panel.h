@@ -12,6 +12,7 @@
 #include <optional>
 
 #include "instrument/reading_decoder.h"
+#include "logging/field_text.h"
 #include "logging/status_layout.h"
 #include "settings/settings.h"
 
@@ -51,6 +52,8 @@ class StatusPanel : public QWidget {
   // values and the GPS fields change many times a second, and the window
   // draws them together, a few times a second.
   void setTextLater(StatusField field, const QString& text);
+  // Draws the fields set since, at once: a repaint posted for later would
+  // wake the program once more.
   void showPending();
   QString text(StatusField field) const;
   QRect fieldRect(StatusField field) const;
@@ -65,9 +68,10 @@ class StatusPanel : public QWidget {
   bool portrait_;
   BatterySource battery_;
   StatusLayout layout_;
+  FieldText fieldText_;
   std::array<QString, kStatusFieldCount> texts_;
   std::uint32_t batteryTick_ = 0;
-  // Changed fields not yet handed to update(): a region grown per reading
+  // Fields changed since the last showPending(): a region grown per reading
   // cost more than the texts.
   std::bitset<kStatusFieldCount> pending_;
 };

@@ -11,12 +11,14 @@
 
 #include <QApplication>
 #include <QImage>
+#include <QPainter>
 #include <QPushButton>
 #include <QScreen>
 #include <QTest>
 
 #include "app/main_commands.h"
 #include "app/main_window.h"
+#include "logging/field_text.h"
 #include "logging/profile_view.h"
 #include "logging/status_panel.h"
 #include "logging/status_texts.h"
@@ -90,6 +92,37 @@ TEST(LoggingDisplay, ProfileScrollsTwoPixelsAndKeepsItsPicture) {
   }
 }
 
+// Field texts drawn from glyphs come out as the ordinary text drawing puts
+// them, kerned pairs included; ligatures and other scripts take the
+// ordinary way.
+TEST(LoggingDisplay, FieldTextsLookAsOrdinaryTextDoes) {
+  testing::TestApplication<QApplication> application;
+  for (const int pixels : {14, 42}) {
+    QFont font = QApplication::font();
+    font.setPixelSize(pixels);
+    const FieldText fieldText(font);
+    const QRect rect(3, 2, 24 * pixels, pixels * 3 / 2);
+    const auto drawn = [&](const auto& draw) {
+      QImage image(rect.width() + 6, rect.height() + 4, QImage::Format_RGB32);
+      image.fill(Qt::white);
+      QPainter painter(&image);
+      painter.setFont(font);
+      painter.setClipRect(rect);
+      draw(painter);
+      return image;
+    };
+    for (const QString text : {"C: 12.34 mS/m", " -0.25 ppt", "Stn:  100.00", "1    | 8|AGPS|-",
+                               "AVATAR To Wa", "Cliff fill", "Linie S\u00fcd 5", "\u5317 7"}) {
+      SCOPED_TRACE(text.toStdString() + " at " + std::to_string(pixels) + " px");
+      const QImage ordinary = drawn([&](QPainter& painter) {
+        painter.drawText(rect, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, text);
+      });
+      EXPECT_EQ(drawn([&](QPainter& painter) { fieldText.draw(painter, rect, text); }), ordinary);
+      EXPECT_NE(ordinary, drawn([](QPainter&) {}));
+    }
+  }
+}
+
 // The panel asks for the battery once per full screen, then only when three
 // minutes have passed, also across the tick's wrap; no answer means mains.
 TEST(Battery, AskedAtMostEveryThreeMinutes) {
@@ -117,6 +150,11 @@ TEST(LoggingDisplay, StatusFieldsChangedTogetherAreAllRepainted) {
   ASSERT_TRUE(QTest::qWaitForWindowExposed(&panel));
   panel.setText(StatusField::kFile, "File:A");
   panel.setText(StatusField::kConductivity, "C:12.50");
+  expectScreenMatchesFullPaint(panel);
+  // Held back for the next repaint, then drawn together.
+  panel.setTextLater(StatusField::kInphase, "I:3.25");
+  panel.setTextLater(StatusField::kStation, "100.00");
+  panel.showPending();
   expectScreenMatchesFullPaint(panel);
 }
 
