@@ -117,6 +117,7 @@ int runLogger(int argc, char** argv) {
     control.emplace();
     QObject::connect(logging, &gc40::LoggingWindow::readingRecorded, &*control,
                      [&control](double station) {
+                       if (control->muted("recorded")) return;
                        control->report("recorded " + gc40::qText(gc40::formatRoundTrip(station)));
                      });
     QObject::connect(logging, &gc40::LoggingWindow::writeFailed, &*control,

@@ -62,7 +62,7 @@ RecordHandlers LoggingLinks::recordHandlers() {
   return {.onRecord =
               [this](std::string_view, std::uint32_t tick) {
                 session_.onRecordArrived(tick);
-                holdOffTimer();
+                holdOffTimer(tick);
               },
           .onReading =
               [this](std::string_view record, std::uint32_t tick) {
@@ -72,12 +72,15 @@ RecordHandlers LoggingLinks::recordHandlers() {
               }};
 }
 
-// While the meter's records flow the timer has nothing to watch: each record
+// While the meter's records flow the timer has nothing to watch: a record
 // puts its tick a whole period off, so that it wakes the program only once
 // the meter falls quiet. Its other duties, the sync and the last repaint,
-// ride on the readings meanwhile.
-void LoggingLinks::holdOffTimer() {
-  if (connectionTimer_.isActive()) connectionTimer_.start();
+// ride on the readings meanwhile. Restarting a timer is not free, so a
+// record does it only when the last restart is two-thirds of a period old.
+void LoggingLinks::holdOffTimer(std::uint32_t tick) {
+  if (!connectionTimer_.isActive() || tick - heldOffAt_ < kConnectionTimeoutMs * 2 / 3) return;
+  connectionTimer_.start();
+  heldOffAt_ = tick;
 }
 
 void LoggingLinks::stop() {

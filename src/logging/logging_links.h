@@ -55,7 +55,7 @@ class LoggingLinks : public QObject {
 
  private:
   RecordHandlers recordHandlers();
-  void holdOffTimer();
+  void holdOffTimer(std::uint32_t tick);
   void startRawCaptures();
 
   LoggerContext& context_;
@@ -63,6 +63,7 @@ class LoggingLinks : public QObject {
   RecordFramer& framer_;
   LoggingClock& clock_;
   QTimer connectionTimer_;
+  std::uint32_t heldOffAt_ = 0;
   std::optional<RawCapture> capture_;
   std::optional<RawCapture> gpsCapture_;
   InstrumentReader* reader_ = nullptr;

@@ -150,7 +150,7 @@ void RemoteControl::runCommand(const QString& line) {
   if (verb == "key") pressKey(argument);
   if (verb == "text") typeText(argument);
   if (verb == "click") clickButton(argument);
-  if (verb == "mute") muted_.append(argument + ' ');
+  if (verb == "mute") muted_.append(argument);
   if (verb == "shot") {
     // The keys sent before it have their effect first, as they would have on screen.
     QCoreApplication::sendPostedEvents();
@@ -168,9 +168,10 @@ void RemoteControl::reportFront() {
   report(title.isEmpty() ? QString("front") : "front " + title);
 }
 
+bool RemoteControl::muted(const QString& word) const { return muted_.contains(word); }
+
 void RemoteControl::report(const QString& line) {
-  for (const QString& word : muted_)
-    if (line.startsWith(word)) return;
+  if (!muted_.isEmpty() && muted(line.section(' ', 0, 0))) return;
   const QByteArray bytes = (line + "\n").toUtf8();
   std::fwrite(bytes.constData(), 1, std::size_t(bytes.size()), stdout);
   std::fflush(stdout);

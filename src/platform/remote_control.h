@@ -31,8 +31,11 @@ class RemoteControl : public QObject {
  public:
   explicit RemoteControl(QObject* parent = nullptr);
 
-  // One line on standard output.
+  // One line on standard output, unless its first word is muted.
   void report(const QString& line);
+  // Whether lines that start with `word` are muted, so that a report made
+  // for every reading need not even be put together.
+  bool muted(const QString& word) const;
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
