@@ -9,7 +9,10 @@ cd "$(dirname "$0")/.."
 source scripts/common.sh
 werror=OFF
 [ "${CI:-}" = true ] && werror=ON
-gc40_build build/test -DCMAKE_BUILD_TYPE=Debug -DGC40_SANITIZE=ON -DGC40_WERROR=$werror
+# Line tables (-g1) are all a sanitizer's report needs, and cost a tenth less to
+# build than full debug information.
+gc40_build build/test -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS_DEBUG=-g1 -DGC40_SANITIZE=ON \
+  -DGC40_WERROR=$werror
 
 export ASAN_OPTIONS="detect_leaks=1:abort_on_error=1:strict_string_checks=1"
 export LSAN_OPTIONS="suppressions=$PWD/scripts/lsan.supp:print_suppressions=0"

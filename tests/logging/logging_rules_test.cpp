@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 #include "logging/command_keys.h"
@@ -201,22 +202,28 @@ std::vector<std::string> strokePicture(const StrokeShape& shape, const PixelBox&
 // their width across with round ends, odd widths on the pixel, even ones on
 // its corner; nothing lands outside the box, however far off the value.
 TEST(ProfilePlot, StrokesCoverTheirWidthWithRoundEnds) {
-  const PixelBox box{0, 0, 6, 6};
   using Rows = std::vector<std::string>;
-  EXPECT_EQ(strokePicture({3, 3, 3, 3, 1}, box),
-            (Rows{".......", ".......", ".......", "...#...", ".......", ".......", "......."}));
-  EXPECT_EQ(strokePicture({1, 0, 3, 6, 1}, box),
-            (Rows{".#.....", ".#.....", "..#....", "..#....", "..#....", "...#...", "...#..."}));
-  EXPECT_EQ(strokePicture({0, 1, 6, 4, 1}, box),
-            (Rows{".......", "#......", ".##....", "...##..", ".....##", ".......", "......."}));
-  EXPECT_EQ(strokePicture({3, 3, 3, 3, 3}, box),
-            (Rows{".......", ".......", "..###..", "..###..", "..###..", ".......", "......."}));
-  EXPECT_EQ(strokePicture({3, 3, 3, 3, 4}, box),
-            (Rows{".......", "..##...", ".####..", ".####..", "..##...", ".......", "......."}));
-  EXPECT_EQ(strokePicture({0, 3, 6, 3, 2}, box),
-            (Rows{".......", ".......", "#######", "#######", ".......", ".......", "......."}));
-  EXPECT_EQ(strokePicture({4, 3, 6, 1 << 16, 3}, box),
-            (Rows{".......", ".......", "...###.", "...###.", "...###.", "...###.", "...###."}));
+  const std::pair<StrokeShape, Rows> cases[] = {
+      {{3, 3, 3, 3, 1},
+       {".......", ".......", ".......", "...#...", ".......", ".......", "......."}},
+      {{1, 0, 3, 6, 1},
+       {".#.....", ".#.....", "..#....", "..#....", "..#....", "...#...", "...#..."}},
+      {{0, 1, 6, 4, 1},
+       {".......", "#......", ".##....", "...##..", ".....##", ".......", "......."}},
+      {{3, 3, 3, 3, 3},
+       {".......", ".......", "..###..", "..###..", "..###..", ".......", "......."}},
+      {{3, 3, 3, 3, 4},
+       {".......", "..##...", ".####..", ".####..", "..##...", ".......", "......."}},
+      {{0, 3, 6, 3, 2},
+       {".......", ".......", "#######", "#######", ".......", ".......", "......."}},
+      {{4, 3, 6, 1 << 16, 3},
+       {".......", ".......", "...###.", "...###.", "...###.", "...###.", "...###."}},
+  };
+  for (const auto& [shape, rows] : cases) {
+    SCOPED_TRACE(::testing::Message() << "from " << shape.fromX << "," << shape.fromY << " to "
+                                      << shape.toX << "," << shape.toY << " width " << shape.width);
+    EXPECT_EQ(strokePicture(shape, {0, 0, 6, 6}), rows);
+  }
 }
 
 }  // namespace
