@@ -18,6 +18,7 @@ if [ ! -f "$build/compile_commands.json" ]; then
 fi
 log=$(mktemp)
 trap 'rm -f "$log"' EXIT
+trap 'exit 143' TERM  # test.sh ends it early when a test fails: the log goes too
 # Only the findings: not the command of each file or the count of what was
 # suppressed in system headers.
 if ! run-clang-tidy -p "$build" -j "$(nproc)" -quiet "^$PWD/src/" >"$log" 2>&1; then
