@@ -14,9 +14,11 @@ werror=OFF
 gc40_build build/test -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS_DEBUG=-g1 -DGC40_SANITIZE=ON \
   -DGC40_WERROR=$werror
 
-# The static checks need only the build. At the lowest priority they take the
-# time the tests leave idle (many wait on pseudo-terminals and timers) and
-# yield the rest; in their own session, so that an early exit ends them all.
+# The static checks need only the build, so they run beside the tests, which
+# leave much of the machine idle while they wait on pseudo-terminals and
+# timers, and the fuzzers. In their own session, so that an early exit ends
+# them all; at the lowest priority, which counts where the scheduler does not
+# give each session its own share.
 lint_log=$(mktemp)
 lint_pid=
 trap 'rm -f "$lint_log"; [ -z "$lint_pid" ] || kill -- -"$lint_pid" 2>/dev/null || true' EXIT
