@@ -47,7 +47,7 @@ void writeASecondOfLogging(benchmark::State& state) {
     for (int reading = 0; reading < 11; ++reading)
       writeReadingRecord(*file, "T1123.4-05.6", tick += 91);
     for (int sentence = 0; sentence < 50; ++sentence)
-      writeGpsRecords(*file, kSentence70, tick, '@', '#');
+      file->writeRecords(formatGpsRecords(kSentence70, tick, '@', '#'));
     if (state.range(0) == 1 && !file->sync()) state.SkipWithError(file->failure().c_str());
   }
   file.reset();

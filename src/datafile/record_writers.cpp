@@ -33,11 +33,6 @@ bool writeTextRecord(DataFile& file, std::u16string_view text, char typeLetter,
   return file.writeRecord(formatTextRecord(text, typeLetter, tick));
 }
 
-bool writeGpsRecords(DataFile& file, std::string_view sentence, std::uint32_t tick,
-                     char firstLetter, char continuationLetter) {
-  return file.writeRecords(formatGpsRecords(sentence, tick, firstLetter, continuationLetter));
-}
-
 bool writeNewFileHeader(DataFile& file, const Settings& settings, const LocalTime& now,
                         std::uint32_t tick) {
   return writeFileHeader(file, settings) && writeLineBlock(file, settings, now) &&

@@ -26,8 +26,6 @@ bool writeReadingRecord(DataFile& file, std::string_view instrumentRecord, std::
 bool writeTimeMark(DataFile& file, const LocalTime& now, std::uint32_t tick);
 // "C" comments and "X" events.
 bool writeTextRecord(DataFile& file, std::u16string_view text, char typeLetter, std::uint32_t tick);
-bool writeGpsRecords(DataFile& file, std::string_view sentence, std::uint32_t tick,
-                     char firstLetter, char continuationLetter);
 // The whole header of a new file, in order: identification, "H ", the line
 // block and a "*" time mark.
 bool writeNewFileHeader(DataFile& file, const Settings& settings, const LocalTime& now,

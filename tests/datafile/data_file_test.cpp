@@ -168,7 +168,8 @@ std::string writtenFile() {
               writeReadingRecord(file, "T1123.4-05.6", 2000) &&
               writeStationRecord(file, settings, kNow));
   for (std::uint32_t tick = 5000; const auto& [sentence, valid] : kSentences)
-    EXPECT_TRUE(writeGpsRecords(file, sentence, tick++, valid ? '@' : '?', valid ? '#' : '"'));
+    EXPECT_TRUE(file.writeRecords(
+        formatGpsRecords(sentence, tick++, valid ? '@' : '?', valid ? '#' : '"')));
   EXPECT_TRUE(writeTextRecord(file, u"$PAUSED", 'X', 4294967295u) && file.reopenAtEnd() &&
               writeTextRecord(file, u"rock outcrop!", 'C', 3000) &&
               writeReadingRecord(file, "21123.4-05.6", 3001));  // second at its station
